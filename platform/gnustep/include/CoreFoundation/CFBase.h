@@ -1,0 +1,48 @@
+#pragma once
+
+#include <MacTypes.h>
+
+#ifdef __cplusplus
+#define CF_EXTERN_C_BEGIN extern "C" {
+#define CF_EXTERN_C_END }
+#else
+#define CF_EXTERN_C_BEGIN
+#define CF_EXTERN_C_END
+#endif
+
+// A function that older systems lack: its address is null in a process that does not have it.
+// Code that takes the address must be position independent, otherwise the linker may supply one of its own.
+#define CF_WEAK_IMPORT __attribute__((weak))
+
+CF_EXTERN_C_BEGIN
+
+typedef unsigned long CFTypeID;
+typedef signed long CFIndex;
+typedef unsigned long CFHashCode;
+typedef const void *CFTypeRef; // every reference is an Objective-C object here
+
+typedef const struct __CFAllocator *CFAllocatorRef; // null is the default allocator, the only one there is
+typedef const struct __CFString *CFStringRef;
+typedef struct __CFString *CFMutableStringRef;
+typedef const struct __CFURL *CFURLRef;
+typedef const struct __CFDictionary *CFDictionaryRef;
+typedef struct __CFDictionary *CFMutableDictionaryRef;
+
+typedef struct {
+    CFIndex location;
+    CFIndex length;
+} CFRange;
+
+static inline CFRange CFRangeMake(CFIndex location, CFIndex length)
+{
+    CFRange range = {location, length};
+    return range;
+}
+
+extern const CFAllocatorRef kCFAllocatorDefault;
+
+CFTypeRef CFRetain(CFTypeRef object);   // returns its argument, which must not be null
+void CFRelease(CFTypeRef object);       // the argument must not be null
+CFTypeID CFGetTypeID(CFTypeRef object); // 1 for an object that is none of Core Foundation's
+
+CF_EXTERN_C_END

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <CoreFoundation/CFBase.h>
+#include <CoreFoundation/CFString.h>
+
+CF_EXTERN_C_BEGIN
+
+struct FSRef; // CoreServices/CoreServices.h
+
+typedef CFIndex CFURLPathStyle;
+
+enum { kCFURLPOSIXPathStyle = 0 };
+
+// Null for a null or empty text and for one with characters that no URL may hold (RFC 2396, with "[" and "]"
+// allowed, one "#" at most, and two hexadecimal digits behind every "%").
+CFURLRef CFURLCreateWithString(CFAllocatorRef allocator, CFStringRef text, CFURLRef baseURL);
+
+CFURLRef CFURLCreateWithFileSystemPath(CFAllocatorRef allocator, CFStringRef path, CFURLPathStyle style,
+                                       Boolean isDirectory);
+
+CFStringRef CFURLGetString(CFURLRef url);             // borrowed; the text without its base URL
+CFStringRef CFURLCopyLastPathComponent(CFURLRef url); // without percent escapes; "/" for a root, "" without a path
+CFStringRef CFURLCopyFileSystemPath(CFURLRef url, CFURLPathStyle style);
+
+CFURLRef CFURLCreateCopyDeletingLastPathComponent(CFAllocatorRef allocator, CFURLRef url);
+CFURLRef CFURLCreateCopyAppendingPathComponent(CFAllocatorRef allocator, CFURLRef url, CFStringRef component,
+                                               Boolean isDirectory);
+
+CFURLRef CFURLCreateFromFSRef(CFAllocatorRef allocator, const struct FSRef *ref);
+Boolean CFURLGetFSRef(CFURLRef url, struct FSRef *ref); // false unless the item exists; a link is not followed
+
+CF_EXTERN_C_END
