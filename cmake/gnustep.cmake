@@ -8,7 +8,7 @@ file(STRINGS "${CMAKE_SYSROOT}/etc/GNUstep/GNUstep.conf" lines REGEX "^[A-Z]")
 list(TRANSFORM lines REPLACE "=/usr" "=${CMAKE_SYSROOT}/usr")
 list(JOIN lines "\n" gnustep_config)
 set(gnustep_config_file "${PROJECT_BINARY_DIR}/GNUstep.conf")
-file(WRITE "${gnustep_config_file}" "${gnustep_config}\n")
+file(CONFIGURE OUTPUT "${gnustep_config_file}" CONTENT "${gnustep_config}\n" @ONLY)
 file(CHMOD "${gnustep_config_file}" PERMISSIONS OWNER_READ OWNER_WRITE GROUP_READ WORLD_READ)
 
 set(gconv_path "${CMAKE_SYSROOT}/usr/lib/i386-linux-gnu/gconv")

@@ -1,19 +1,26 @@
 # Shared by the set-up scripts; sourced, never run.
 
-# Where finished downloads live between builds. HOME may be unset (a bare CI container): the user's entry in the
-# password database says where it would be.
-cache_dir() {
-    home=${HOME:-$(getent passwd "$(id -u)" | cut -d: -f6)}
-    echo "${XDG_CACHE_HOME:-${home:-/tmp}/.cache}/nsuserdefaults-plugin"
-}
-
 # Prints one line on stderr and ends the script with status 1.
 die() {
     echo "$(basename "$0"): $*" >&2
     exit 1
 }
 
-# Progress is for people: on a terminal the line is rewritten in place, anywhere else nothing is printed.
+# Where finished downloads live between builds. HOME may be unset (a bare container): the password database then says
+# where it would be.
+cache_dir() {
+    local base=${XDG_CACHE_HOME:-} home=${HOME:-}
+    if [ "${base#/}" = "$base" ]; then
+        home=${home:-$(getent passwd "$(id -u)" | cut -d: -f6)}
+        base=${home:-/tmp}/.cache
+    fi
+    case $base in
+    *[[:space:]]*) die "the cache folder's path has a space in it ($base): set XDG_CACHE_HOME to one without" ;;
+    esac
+    echo "$base/nsuserdefaults-plugin"
+}
+
+# Progress is for people: on a terminal one line is rewritten in place, anywhere else nothing is printed.
 progress() {
     if [ -t 2 ]; then
         printf '\r\033[K%s' "$*" >&2
@@ -24,4 +31,11 @@ progress_done() {
     if [ -t 2 ]; then
         printf '\r\033[K' >&2
     fi
+}
+
+# The first complaint in what apt-get said: apt_reason LOG.
+apt_reason() {
+    local line
+    line=$(grep -m1 '^[EW]: ' "$1") || line="apt-get gave no reason"
+    echo "${line#[EW]: }"
 }

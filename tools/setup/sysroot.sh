@@ -13,62 +13,102 @@ layout=2
 
 packages=$(sed -e 's/#.*//' "$here/sysroot-packages.txt" | awk 'NF { print $1 }' | sort)
 key=$(printf '%s\n' "layout $layout" "$packages" | sha256sum | cut -c1-12)
-sysroot=$(cache_dir)/sysroot-$key
+cache=$(cache_dir)
+sysroot=$cache/sysroot-$key
 
-if [ "${1:-}" = --path ]; then
+case ${1:-} in
+'') ;;
+--path)
     echo "$sysroot"
     exit 0
-fi
+    ;;
+*)
+    echo "usage: sysroot.sh [--path]" >&2
+    exit 2
+    ;;
+esac
 if [ -d "$sysroot" ]; then
     exit 0
 fi
 
-mkdir -p "$(dirname "$sysroot")"
-work=$(mktemp -d "$sysroot.XXXXXX")
+# One set-up at a time: a second one waits and then finds the sysroot made. What lies beside it under the lock is left
+# over from a set-up that was interrupted.
+mkdir -p "$cache"
+exec 9>"$sysroot.lock"
+if ! flock -n 9; then
+    progress "sysroot: waiting for another set-up to finish"
+    flock 9
+    progress_done
+fi
+if [ -d "$sysroot" ]; then
+    exit 0
+fi
+rm -rf "$sysroot".work
+work=$sysroot.work
 trap 'progress_done; rm -rf "$work"' EXIT
 trap 'exit 130' INT
 trap 'exit 143' TERM HUP
-mkdir -p "$work"/state/lists/partial "$work"/cache/archives/partial "$work"/root
+mkdir -p "$work"/{state/lists/partial,cache/archives/partial,keys,root}
 : >"$work/status"
 log=$work/log
 
-# Writes the sources list: the main component of the running release, wherever this machine gets it from.
+# Writes the sources list: the main component of the running release, wherever this machine gets it from. (Only the
+# main suite: the others hold the same packages a few days newer, and their i386 index is at times out of step.)
 find_archive() {
-    . /etc/os-release
-    apt-get indextargets --format '$(SITE) $(RELEASE) $(COMPONENT)' 'Created-By: Packages' |
-        awk -v release="$VERSION_CODENAME" \
-            '$2 == release && $3 == "main" && !found { print "deb " $1 " " $2 " main"; found = 1 }' >"$work/sources.list"
-    [ -s "$work/sources.list" ] || die "apt on this machine knows no archive for $VERSION_CODENAME main"
+    local release
+    release=$(. /etc/os-release && echo "${VERSION_CODENAME:-}")
+    apt-get --print-uris update 2>/dev/null |
+        sed -n "s|^'\(.*\)/dists/$release/main/binary-.*|deb \1 $release main|p" | sed 1q >"$work/sources.list"
+    [ -s "$work/sources.list" ] || die "apt on this machine knows no archive for the release '$release'"
 }
 
-configure_apt() {
-    cat >"$work/apt.conf" <<EOF
-APT::Architecture "i386";
-APT::Architectures "i386";
-APT::Install-Recommends "false";
-APT::Sandbox::User "root";
-Acquire::Retries "2";
-Dir::State "$work/state";
-Dir::State::status "$work/status";
-Dir::Cache "$work/cache";
-Dir::Etc::sourcelist "$work/sources.list";
-Dir::Etc::sourceparts "/dev/null";
-Dir::Etc::trustedparts "/usr/share/keyrings";
-EOF
-    export APT_CONFIG=$work/apt.conf
+# Runs apt-get for i386 with everything it reads and writes in the work folder, except the machine's keys and proxies.
+i386_apt() {
+    apt-get -q \
+        -o APT::Architecture=i386 -o APT::Architectures=i386 -o APT::Install-Recommends=false \
+        -o APT::Sandbox::User="$(id -un)" -o Acquire::Retries=2 -o Acquire::Languages=none \
+        -o Dir::State="$work/state" -o Dir::State::status="$work/status" -o Dir::Cache="$work/cache" \
+        -o Dir::Etc::sourcelist="$work/sources.list" -o Dir::Etc::sourceparts=/dev/null \
+        -o Dir::Etc::trustedparts="$work/keys" "$@" </dev/null
+}
+
+gather_keys() {
+    local key
+    for key in /usr/share/keyrings/*.gpg /etc/apt/keyrings/* /etc/apt/trusted.gpg.d/*; do
+        if [ -r "$key" ]; then
+            ln -sf "$key" "$work/keys/"
+        fi
+    done
+}
+
+# Turns apt's status lines (dlstatus:FILE:PERCENT:TEXT) into progress.
+show_download() {
+    local kind percent
+    while IFS=: read -r kind _ percent _; do
+        if [ "$kind" = dlstatus ]; then
+            progress "sysroot: downloading, ${percent%%.*} %"
+        fi
+    done
 }
 
 download() {
     progress "sysroot: reading the package index"
-    apt-get -q --error-on=any update >"$log" 2>&1 || die "cannot reach the package archive: $(reason)"
-    progress "sysroot: downloading"
+    i386_apt --error-on=any update >"$log" 2>&1 || die "cannot reach the package archive: $(apt_reason "$log")"
     # shellcheck disable=SC2086  # one word per package
-    apt-get -q -y --download-only install $packages >"$log" 2>&1 || die "cannot download the packages: $(reason)"
+    i386_apt -y --download-only -o APT::Status-Fd=3 install $packages >"$log" 2>&1 3> >(show_download) ||
+        die "cannot download the packages: $(apt_reason "$log")"
 }
 
-reason() {
-    grep -m1 '^[EW]:' "$log" | sed 's/^[EW]: *//' || echo "apt-get gave no reason"
-}
+# Nothing here compiles, links or runs with these.
+unwanted=(
+    './usr/share/doc' './usr/share/man' './usr/share/info' './usr/share/locale' './usr/share/lintian'
+    './usr/share/perl*' './usr/share/fonts' './usr/share/pixmaps' './usr/share/sounds' './usr/share/alsa'
+    './usr/lib/aspell' './usr/lib/bfd-plugins' './usr/lib/compat-ld' './usr/lib/gold-ld' './usr/lib64' './usr/libexec'
+    './usr/lib/i386-linux-gnu/perl*' './lib/systemd' './bin' './sbin' './usr/sbin' './var'
+    './usr/lib/gcc/*/12/cc1*' './usr/lib/gcc/*/12/lto*' './usr/lib/gcc/*/12/g++-mapper-server'
+    './usr/lib/gcc/*/12/plugin' './usr/lib/libgnustep-*.a'
+)
+tools=(defaults plutil pldes plget plmerge plparse plser)
 
 unpack() {
     local deb count=0 total
@@ -76,44 +116,33 @@ unpack() {
     for deb in "$work"/cache/archives/*.deb; do
         count=$((count + 1))
         progress "sysroot: unpacking $count of $total"
-        dpkg-deb -x "$deb" "$work/root"
+        dpkg-deb --fsys-tarfile "$deb" | tar -x -C "$work/root" --no-same-owner "${unwanted[@]/#/--exclude=}"
+        rm "$deb"
     done
 }
 
-# Makes the unpacked packages usable where they are: no link points out of the folder, and the Objective-C headers are
-# reachable without GCC's own compiler headers beside them.
+# Makes the unpacked packages usable where they are.
 arrange() {
-    local root=$work/root link target
+    local root=$work/root link keep=() tool
+    # No link points out of the folder.
     find "$root" -type l -lname '/*' -print0 | while IFS= read -r -d '' link; do
-        target=$(readlink "$link")
-        ln -sfnr "$root$target" "$link"
+        ln -sfnr "$root$(readlink "$link")" "$link"
     done
+    # The Objective-C headers without GCC's own compiler headers, which stand in the same folder.
     ln -s ../lib/gcc/i686-linux-gnu/12/include/objc "$root/usr/include/objc"
-    # The tools name a loader that this machine need not have.
+    # GNUstep's tools run as they are: they name a loader and libraries that this machine need not have.
+    for tool in "${tools[@]}"; do
+        keep+=(! -name "$tool")
+    done
+    find "$root/usr/bin" -mindepth 1 "${keep[@]}" -delete
     patchelf --set-interpreter "$sysroot/lib/ld-linux.so.2" --force-rpath \
         --set-rpath "$sysroot/usr/lib:$sysroot/lib/i386-linux-gnu:$sysroot/usr/lib/i386-linux-gnu" \
-        "$root"/usr/bin/{defaults,plutil,pldes,plget,plmerge,plparse,plser}
-}
-
-# Nothing here compiles, links or runs with these.
-prune() {
-    (
-        cd "$work/root"
-        rm -rf usr/share/{doc,man,info,locale,lintian,perl,perl5,fonts,pixmaps,sounds,alsa,ca-certificates,bug} \
-            usr/lib/{aspell,bfd-plugins,compat-ld,gold-ld} usr/lib64 usr/sbin sbin bin lib/systemd var \
-            usr/lib/gcc/i686-linux-gnu/12/{cc1,cc1plus,cc1obj,cc1objplus,lto1,lto-wrapper,g++-mapper-server,plugin} \
-            usr/lib/libgnustep-{base,gui}.a
-        find usr/bin -mindepth 1 ! -name defaults ! -name plutil ! -name pldes ! -name plget ! -name plmerge \
-            ! -name plparse ! -name plser -delete
-    )
+        "${tools[@]/#/$root/usr/bin/}"
 }
 
 find_archive
-configure_apt
+gather_keys
 download
 unpack
 arrange
-prune
-
-# Another set-up may have finished first; its result is as good as this one.
-mv -T "$work/root" "$sysroot" 2>/dev/null || [ -d "$sysroot" ] || die "cannot move the finished sysroot to $sysroot"
+mv -T "$work/root" "$sysroot"

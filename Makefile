@@ -1,0 +1,36 @@
+# The front door: each target is one command of CMake or of a script under tools/, which can be used without make, too.
+# A comment after `##` is the target's line in `make help`.
+
+preset := linux-i386
+build  := cmake --build --preset $(preset) --target
+
+.PHONY: help setup configure build demo test format check-format clean
+.DEFAULT_GOAL := help
+
+help: ## this list
+	@awk -F ':.*## ' '/^[a-z-]+:.*## / { printf "  make %-14s %s\n", $$1, $$2 }' $(MAKEFILE_LIST)
+
+setup: ## install missing build tools, make the 32-bit sysroot in the cache (the other targets do it by themselves)
+	@tools/setup/setup.sh
+
+configure: setup
+	@tools/setup/configure.sh $(preset)
+
+build: configure ## the plug-in, the embedded host and everything beside them, in build/linux-i386
+	@$(build) all
+
+demo: configure ## a short tour of the class in the embedded host
+	@$(build) plughost NSUserDefaults family
+	@host/plughost/demo.sh $(PLUGIN)
+
+test: build ## build and run every test; the last line counts them
+	@tools/run-tests.sh $(preset)
+
+format: setup ## format the sources
+	@tools/format.sh
+
+check-format: setup ## status 1 when a source file is not formatted
+	@tools/format.sh --check
+
+clean: ## remove what was built (the sysroot in the cache stays)
+	rm -rf build dist
