@@ -1,0 +1,13 @@
+// Dates between the host's Date and Cocoa: wall-clock time in the process's local time zone. The host
+// Date's own time zone is not read, and fractions of a second are lost.
+#pragma once
+
+#include "plugin/host_types.h"
+
+#include <Foundation/Foundation.h>
+
+// Autoreleased. Nil for null and when a part of the date cannot be read.
+NSCalendarDate *NewNSDate(REALdate date);
+
+// A new host Date, owned by the caller; null when the host cannot make one. `date` is not nil.
+REALobject NewHostDate(NSDate *date);

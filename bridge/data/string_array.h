@@ -1,0 +1,10 @@
+// Arrays of strings between the host and Cocoa.
+#pragma once
+
+#include "plugin/host_types.h"
+
+#include <Foundation/Foundation.h>
+
+// Appends the strings to a host string array, from index 0 on, in their order; an empty string becomes a
+// null entry. Nothing happens when either is null. The elements are taken to be strings without a test.
+void FillStringArray(REALarrayString array, NSArray *strings);
