@@ -1,0 +1,121 @@
+#include "bridge/variant/array_to_object.h"
+
+#include "bridge/data/date.h"
+#include "bridge/strings/cf_string.h"
+#include "bridge/variant/variant_to_object.h"
+#include "plugin/held_handles.h"
+#include "plugin/host_functions.h"
+#include "plugin/host_records.h"
+
+// What a handle from an array's storage lacks and one from the host's readers has: a lock of ours.
+static REALstring Locked(REALstring string)
+{
+    if (string)
+        REALLockString(string);
+    return string;
+}
+
+static REALobject Locked(REALobject object)
+{
+    if (object)
+        REALLockObject(object);
+    return object;
+}
+
+template <typename Value>
+static Value ElementInStorage(const void *storage, int32_t index)
+{
+    return static_cast<const Value *>(storage)[index];
+}
+
+// The element of an array, locked for the caller where it is a handle.
+template <typename Handle, typename Reader>
+static Handle ElementOf(REALarray array, const void *storage, int32_t index, Reader &read)
+{
+    return storage ? Locked(ElementInStorage<Handle>(storage, index)) : read(array, index);
+}
+
+// The walk that all arrays in a Variant's place share. Where the storage lies is asked for each element, as
+// host code that runs meanwhile may change the array. A host without RuntimeUBound counts as having one
+// element: that is kept, callers on such hosts pass arrays of one.
+template <typename Append>
+static NSMutableArray *ArrayOfElements(REALobject object, Append append)
+{
+    REALarray array = reinterpret_cast<REALarray>(object);
+    NSMutableArray *result = [NSMutableArray array];
+    const int32_t upperBound = REALGetArrayUBound(array);
+    for (int32_t index = 0; index <= upperBound; index++)
+        append(result, array, ArrayStorage(array), index);
+    return result;
+}
+
+template <typename Value>
+static id ArrayOfValues(REALobject object, Value (*read)(REALarray, int32_t), id (*box)(Value))
+{
+    return ArrayOfElements(object, [=](NSMutableArray *result, REALarray array, const void *storage, int32_t index) {
+        const Value value = storage ? ElementInStorage<Value>(storage, index) : read(array, index);
+        [result addObject:box(value)];
+    });
+}
+
+// A nil element is handed on to addObject:, which raises: host code learns that its array cannot be stored.
+template <typename Handle>
+static id ArrayOfHandles(REALobject object, Handle (*read)(REALarray, int32_t), id (*convert)(Handle))
+{
+    return ArrayOfElements(object, [=](NSMutableArray *result, REALarray array, const void *storage, int32_t index) {
+        Handle element = Hold(ElementOf<Handle>(array, storage, index, read));
+        [result addObject:convert(element)];
+        ReleaseNewestHeld();
+    });
+}
+
+static id TextOf(REALstring string)
+{
+    return string ? [(NSString *)RBString2CFString(string) autorelease] : nil;
+}
+
+static id DateOf(REALobject date)
+{
+    return NewNSDate(reinterpret_cast<REALdate>(date));
+}
+
+// clang-format off
+
+id ArrayOfInt32s(REALobject array)   { return ArrayOfValues<int32_t>(array, REALGetArrayValueInt32, [](int32_t v) -> id { return [NSNumber numberWithLong:v]; }); }
+id ArrayOfInt64s(REALobject array)   { return ArrayOfValues<int64_t>(array, REALGetArrayValueInt64, [](int64_t v) -> id { return [NSNumber numberWithLongLong:v]; }); }
+id ArrayOfSingles(REALobject array)  { return ArrayOfValues<float>(array, REALGetArrayValueSingle, [](float v) -> id { return [NSNumber numberWithFloat:v]; }); }
+id ArrayOfDoubles(REALobject array)  { return ArrayOfValues<double>(array, REALGetArrayValueDouble, [](double v) -> id { return [NSNumber numberWithDouble:v]; }); }
+id ArrayOfBooleans(REALobject array) { return ArrayOfValues<uint8_t>(array, REALGetArrayValueUInt8, [](uint8_t v) -> id { return [NSNumber numberWithBool:static_cast<BOOL>(v)]; }); }
+id ArrayOfDates(REALobject array)    { return ArrayOfHandles<REALobject>(array, REALGetArrayValueObject, DateOf); }
+id ArrayOfStrings(REALobject array)  { return ArrayOfHandles<REALstring>(array, REALGetArrayValueString, TextOf); }
+id ArrayOfObjects(REALobject array)  { return ArrayOfHandles<REALobject>(array, REALGetArrayValueObject, GetVariantAsNSObject); }
+
+// clang-format on
+
+// The walk through an array argument: null entries never stop it.
+template <typename Handle, typename Reader>
+static NSArray *ArrayOfArgument(REALarray array, Reader &read, id (*convert)(Handle))
+{
+    if (!array)
+        return nil;
+    const int32_t upperBound = REALGetArrayUBound(array);
+    NSMutableArray *result = [NSMutableArray arrayWithCapacity:upperBound + 1];
+    for (int32_t index = 0; result && index <= upperBound; index++) {
+        Handle element = Hold(ElementOf<Handle>(array, ArrayStorage(array), index, read));
+        id object = element ? convert(element) : nil;
+        if (object)
+            [result addObject:object];
+        ReleaseNewestHeld();
+    }
+    return result;
+}
+
+NSArray *ArrayOfStringArgument(REALarrayString array)
+{
+    return ArrayOfArgument<REALstring>(reinterpret_cast<REALarray>(array), REALGetArrayString, TextOf);
+}
+
+NSArray *ArrayOfVariantArgument(REALarray array)
+{
+    return ArrayOfArgument<REALobject>(array, REALGetArrayObject, GetVariantAsNSObject);
+}

@@ -1,0 +1,10 @@
+// Numbers between the host and Cocoa: here from Cocoa.
+#pragma once
+
+#include "plugin/host_types.h"
+
+#include <Foundation/Foundation.h>
+
+// A new Variant of the host type that fits the number's own type, owned by the caller; null when the host
+// cannot make one.
+REALobject NewVariantFromNumber(NSNumber *number);

@@ -1,0 +1,17 @@
+// Values of Cocoa's small structures between NSValue and the host objects that stand for them. A host
+// object of the geometric classes keeps the structure in its instance data, fields in Cocoa's order.
+#pragma once
+
+#include "plugin/host_types.h"
+
+#include <Foundation/Foundation.h>
+
+// A host object for a rectangle, size, range, point or time value, owned by the caller. Null for a value
+// of any other type, and when the host or the family lacks the class.
+REALobject NewVariantFromValue(NSValue *value);
+
+// The value in a host object's instance data, autoreleased.
+id RectValueOf(REALobject object);
+id SizeValueOf(REALobject object);
+id RangeValueOf(REALobject object);
+id PointValueOf(REALobject object);

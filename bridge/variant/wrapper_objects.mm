@@ -1,0 +1,70 @@
+#include "bridge/variant/wrapper_objects.h"
+
+#include "plugin/instances.h"
+
+#include <objc/runtime.h>
+
+#include <cstdio>
+
+static const char kWrapperSuffix[] = "KTZ";
+static const size_t kLongestClassName = 199; // longer names are passed over, for a buffer of fixed size
+
+static void Carry(REALobject wrapper, id object)
+{
+    *reinterpret_cast<id *>(InstanceData(wrapper)) = [object retain];
+}
+
+// A new instance of the wrapper class named after a Cocoa class, or null.
+static REALobject NewInstanceNamedAfter(Class cocoaClass)
+{
+    const char *name = object_getClassName((id)cocoaClass);
+    if (!name || strlen(name) > kLongestClassName)
+        return nullptr;
+    char wrapperName[kLongestClassName + sizeof kWrapperSuffix];
+    snprintf(wrapperName, sizeof wrapperName, "%s%s", name, kWrapperSuffix);
+    return REALnewInstance(wrapperName);
+}
+
+// Up the object's classes to the first that has a wrapper class and whose instance `accepts`. An instance
+// that is not accepted is left as it is, neither kept nor released: the family counts on the order of
+// these calls, first the instance, then the question.
+template <typename Accepts>
+static REALobject NewMostDerivedWrapper(id object, Accepts accepts)
+{
+    for (Class cocoaClass = [object class]; cocoaClass; cocoaClass = [cocoaClass superclass]) {
+        REALobject wrapper = NewInstanceNamedAfter(cocoaClass);
+        if (wrapper && accepts()) {
+            Carry(wrapper, object);
+            return wrapper;
+        }
+    }
+    return nullptr;
+}
+
+REALobject NewNSObjectKTZ(id object, Class required)
+{
+    if (!object || !required)
+        return nullptr;
+    return NewMostDerivedWrapper(object, [=] { return bool([object isKindOfClass:required]); });
+}
+
+REALobject NewWrapperByClassName(id object)
+{
+    return NewMostDerivedWrapper(object, [] { return true; });
+}
+
+REALobject NewRegisteredWrapper(id object, const char *className)
+{
+    if (!object)
+        return nullptr;
+
+    if (REALobject shared = LockedCarrierOf(object))
+        return shared;
+
+    REALobject wrapper = REALnewInstance(className);
+    if (!wrapper)
+        return nullptr;
+    Carry(wrapper, object);
+    RecordCarrier(object, wrapper);
+    return wrapper;
+}
