@@ -1,0 +1,37 @@
+// Arrays of strings and of Variants under a key. A getter's array is made before Cocoa is asked: host code
+// gets an empty array for a missing key, and what was filled in when Cocoa raised in the middle.
+#include "bridge/data/string_array.h"
+#include "bridge/variant/array_to_object.h"
+#include "bridge/variant/object_to_variant.h"
+#include "plugin/host_functions.h"
+#include "userdefaults/carried_defaults.h"
+
+REALarrayString stringArrayForKey(REALobject self, REALstring key)
+{
+    auto array = reinterpret_cast<REALarrayString>(REALCreateArray(kHostStringElements, kEmptyArrayBound));
+    guarded([=] { FillStringArray(array, [defaultsOf(self) stringArrayForKey:textOf(key)]); });
+    return array;
+}
+
+REALarray arrayForKey(REALobject self, REALstring key)
+{
+    REALarray array = REALCreateArray(kHostObjectElements, kEmptyArrayBound);
+    guarded([=] { FillObjectArray(array, [defaultsOf(self) arrayForKey:textOf(key)]); });
+    return array;
+}
+
+void setStringArrayForKey(REALobject self, REALstring key, REALarrayString values)
+{
+    guarded([=] {
+        NSString *name = textOf(key);
+        [defaultsOf(self) setObject:ArrayOfStringArgument(values) forKey:name];
+    });
+}
+
+void setArrayForKey(REALobject self, REALstring key, REALarray values)
+{
+    guarded([=] {
+        NSString *name = textOf(key);
+        [defaultsOf(self) setObject:ArrayOfVariantArgument(values) forKey:name];
+    });
+}

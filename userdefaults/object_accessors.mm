@@ -1,0 +1,60 @@
+// Data, files, dictionaries and values of any kind under a key.
+#include "bridge/data/dictionary.h"
+#include "bridge/data/folder_item.h"
+#include "bridge/data/memory_block.h"
+#include "bridge/variant/object_to_variant.h"
+#include "bridge/variant/variant_to_object.h"
+#include "userdefaults/carried_defaults.h"
+
+REALmemoryBlock dataForKey(REALobject self, REALstring key)
+{
+    return guarded([=] { return NSDataRB([defaultsOf(self) dataForKey:textOf(key)]); });
+}
+
+REALobject objectForKey(REALobject self, REALstring key)
+{
+    return guarded([=] { return NewVariantFromNSObject([defaultsOf(self) objectForKey:textOf(key)]); });
+}
+
+REALfolderItem fileForKey(REALobject self, REALstring key)
+{
+    return guarded([=] { return NSURLRBFile([defaultsOf(self) URLForKey:textOf(key)]); });
+}
+
+void setFileForKey(REALobject self, REALstring key, REALfolderItem value)
+{
+    guarded([=] {
+        NSString *name = textOf(key);
+        [defaultsOf(self) setURL:NewNSURLfile(value) forKey:name];
+    });
+}
+
+REALdictionary dictionaryForKey(REALobject self, REALstring key)
+{
+    return guarded([=] { return NSDictionaryRB([defaultsOf(self) dictionaryForKey:textOf(key)]); });
+}
+
+// The shape of the setters whose values are property-list objects: the key first, then the value.
+template <typename Value, typename Object>
+static void SetObject(REALobject self, REALstring key, Value value, Object (*convert)(Value))
+{
+    guarded([=] {
+        NSString *name = textOf(key);
+        [defaultsOf(self) setObject:convert(value) forKey:name];
+    });
+}
+
+void setDataForKey(REALobject self, REALstring key, REALmemoryBlock value)
+{
+    SetObject(self, key, value, NewNSData);
+}
+
+void setObjectForKey(REALobject self, REALstring key, REALobject value)
+{
+    SetObject(self, key, value, GetVariantAsNSObject);
+}
+
+void setDictionaryForKey(REALobject self, REALstring key, REALdictionary value)
+{
+    SetObject(self, key, value, NewNSDictionary);
+}

@@ -1,0 +1,56 @@
+// Integers, singles, doubles and booleans under a key.
+#include "userdefaults/carried_defaults.h"
+
+int32_t integerForKey(REALobject self, REALstring key)
+{
+    return guarded([=] { return [defaultsOf(self) integerForKey:textOf(key)]; });
+}
+
+void setIntegerForKey(REALobject self, REALstring key, int32_t value)
+{
+    guarded([=] { [defaultsOf(self) setInteger:value forKey:textOf(key)]; });
+}
+
+float floatForKey(REALobject self, REALstring key)
+{
+    return guarded([=] { return [defaultsOf(self) floatForKey:textOf(key)]; });
+}
+
+void setFloatForKey(REALobject self, REALstring key, float value)
+{
+    guarded([=] { [defaultsOf(self) setFloat:value forKey:textOf(key)]; });
+}
+
+// The first systems have no doubles in their defaults: there a double is read and stored as a single.
+double doubleForKey(REALobject self, REALstring key)
+{
+    return guarded([=]() -> double {
+        NSString *name = textOf(key);
+        NSUserDefaults *defaults = defaultsOf(self);
+        if ([defaults respondsToSelector:@selector(doubleForKey:)])
+            return [defaults doubleForKey:name];
+        return [defaults floatForKey:name];
+    });
+}
+
+void setDoubleForKey(REALobject self, REALstring key, double value)
+{
+    guarded([=] {
+        NSString *name = textOf(key);
+        NSUserDefaults *defaults = defaultsOf(self);
+        if ([defaults respondsToSelector:@selector(setDouble:forKey:)])
+            [defaults setDouble:value forKey:name];
+        else
+            [defaults setFloat:static_cast<float>(value) forKey:name];
+    });
+}
+
+int8_t boolForKey(REALobject self, REALstring key)
+{
+    return guarded([=] { return static_cast<int8_t>([defaultsOf(self) boolForKey:textOf(key)]); });
+}
+
+void setBoolForKey(REALobject self, REALstring key, int8_t value)
+{
+    guarded([=] { [defaultsOf(self) setBool:static_cast<BOOL>(value) forKey:textOf(key)]; });
+}
