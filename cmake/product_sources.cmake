@@ -1,5 +1,37 @@
 # The plug-in's own sources, in the order of the layers; the same list makes every binary of the plug-in, on every system.
 set(product_sources
+  plugin/entry.cpp
+  plugin/class_tables.cpp
+  plugin/record_version_9.cpp
+  plugin/host_functions.cpp
+  plugin/held_handles.cpp
+  plugin/instances.cpp
+  plugin/cocoa_init.mm
+  plugin/exceptions.cpp
+  plugin/nsexception.mm
+  bridge/strings/string_data.cpp
+  bridge/strings/build_string.cpp
+  bridge/strings/cf_string.cpp
+  bridge/data/memory_block.mm
+  bridge/data/folder_item.mm
+  bridge/data/date.mm
+  bridge/data/dictionary.mm
+  bridge/data/string_array.mm
+  bridge/variant/wrapper_objects.mm
+  bridge/variant/cf_wrapper.mm
+  bridge/variant/value_wrapper.mm
+  bridge/variant/number_variant.mm
+  bridge/variant/object_to_variant.mm
+  bridge/variant/array_to_object.mm
+  bridge/variant/host_object.mm
+  bridge/variant/variant_to_object.mm
+  userdefaults/lifecycle.mm
+  userdefaults/shared_members.mm
+  userdefaults/scalar_accessors.mm
+  userdefaults/text_accessors.mm
+  userdefaults/object_accessors.mm
+  userdefaults/array_accessors.mm
+  userdefaults/domains.mm
 )
 
 foreach(source IN LISTS product_sources)
