@@ -46,8 +46,6 @@ fi
 rm -rf "$sysroot".work
 work=$sysroot.work
 trap 'progress_done; rm -rf "$work"' EXIT
-trap 'exit 130' INT
-trap 'exit 143' TERM HUP
 mkdir -p "$work"/{state/lists/partial,cache/archives/partial,keys,root}
 : >"$work/status"
 log=$work/log

@@ -29,6 +29,7 @@ sudo apt-get install --no-install-recommends no-such-package"
 
 WithSudoTheMissingToolsAreInstalled()
 {
+    unset DEBIAN_FRONTEND
     want_missing_tool
     shadow sudo <<<'shift; exec "$@"'
     touch calls
