@@ -1,0 +1,87 @@
+// Where everything lies: the sections of all objects are put together by name, the sections into segments, and each
+// gets its place in memory and in the file.
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "tools/macho/call_frames.h"
+#include "tools/macho/indirections.h"
+#include "tools/macho/object_file.h"
+
+namespace macho {
+
+struct OutputSection {
+    struct Part {
+        uint32_t object, section;
+        uint32_t offset; // from the start of the output section
+    };
+
+    std::string segment, name;
+    uint32_t flags = 0;
+    uint32_t alignment = 1;
+    uint32_t size = 0;
+    uint32_t firstIndirect = 0, stubSize = 0;
+    std::vector<Part> parts;
+    uint32_t address = 0, fileOffset = 0;
+
+    uint8_t type() const { return flags & format::sectionTypeMask; }
+    bool isZeroFill() const { return type() == format::S_ZEROFILL; }
+    bool contains(uint32_t place) const { return place >= address && place - address < size; }
+};
+
+struct OutputSegment {
+    std::string name;
+    uint32_t address = 0, memorySize = 0, fileOffset = 0, fileSize = 0;
+    uint32_t maximumProtection = 0, protection = 0;
+    std::vector<OutputSection> sections;
+
+    bool contains(uint32_t place) const { return place >= address && place - address < memorySize; }
+};
+
+// By object and section number: the table of call frames of each object that has one.
+using CallFrameTables = std::map<std::pair<uint32_t, uint32_t>, CallFrameTable>;
+
+class Layout {
+public:
+    static constexpr uint32_t pageSize = 4096;
+    static constexpr uint32_t stubSize = 12;
+
+    Layout(const std::vector<ObjectFile> &objects, const CallFrameTables &callFrames, const Indirections &indirections);
+    // `headerSize`: of the header and all load commands, which lie at the start of __TEXT.
+    void assignAddresses(uint32_t headerSize);
+
+    // __TEXT first, then __DATA and __OBJC. __LINKEDIT, which has no sections, is not among them.
+    std::vector<OutputSegment> segments;
+
+    const OutputSection *find(std::string_view segment, std::string_view name) const;
+    // The table of indirect symbols holds the stubs' symbols, then the import pointers'.
+    const OutputSection *stubs() const { return find("__TEXT", stubsName); }
+    const OutputSection *importPointers() const { return find("__DATA", importPointersName); }
+    const OutputSection *localPointers() const { return find("__DATA", localPointersName); }
+    // The address that a section of an object starts at; none if no part of it is in the library.
+    std::optional<uint32_t> addressOf(uint32_t object, uint32_t section) const;
+    // The section that contains an address, counted from 1 through all segments, as symbols count them; 1 for the
+    // header.
+    uint32_t sectionNumberAt(uint32_t address) const;
+    uint32_t endAddress() const { return segments.back().address + segments.back().memorySize; }
+    uint32_t endFileOffset() const { return segments.back().fileOffset + segments.back().fileSize; }
+
+    static constexpr const char *stubsName = "__symbol_stub";
+    static constexpr const char *importPointersName = "__nl_symbol_ptr";
+    static constexpr const char *localPointersName = "__local_ptr";
+
+private:
+    OutputSection &section(std::string_view segment, std::string_view name, uint32_t flags);
+    void addPart(const std::vector<ObjectFile> &objects, uint32_t object, uint32_t number, uint32_t size);
+    void addMade(const char *segment, const char *name, uint32_t flags, size_t entries, uint32_t entrySize,
+                 size_t firstIndirect);
+    void sortSections();
+
+    std::map<std::pair<uint32_t, uint32_t>, uint32_t> addresses;
+};
+
+} // namespace macho

@@ -1,0 +1,75 @@
+#include "tools/macho/link.h"
+
+#include <algorithm>
+#include <array>
+
+#include "tools/macho/call_frames.h"
+#include "tools/macho/contents.h"
+#include "tools/macho/load_commands.h"
+#include "tools/macho/map_file.h"
+#include "tools/macho/md5.h"
+#include "tools/macho/symbol_table.h"
+
+namespace macho {
+
+namespace {
+
+CallFrameTables parseAllCallFrames(const std::vector<ObjectFile> &objects)
+{
+    CallFrameTables tables;
+    for (uint32_t object = 0; object < objects.size(); object++)
+        for (uint32_t section = 0; section < objects[object].sections.size(); section++)
+            if (objects[object].sections[section].isCallFrameTable())
+                tables[{object, section}] = parseCallFrames(objects[object], objects[object].sections[section]);
+    return tables;
+}
+
+// An identifier made from the content, so that the same content has the same one.
+void writeUuid(Bytes &file, uint32_t offset)
+{
+    std::array<uint8_t, 16> digest = md5(file);
+    digest[6] = (digest[6] & 0x0f) | 0x30; // made by MD5
+    digest[8] = (digest[8] & 0x3f) | 0x80; // laid out as RFC 4122 says
+    std::copy(digest.begin(), digest.end(), file.begin() + offset);
+}
+
+LinkedLibrary linkObjects(const std::vector<ObjectFile> &objects, const ImportTable &table, const LinkOptions &options)
+{
+    Symbols symbols(objects, table);
+    LoadedLibraries libraries = loadedLibraries(symbols.imports(), table);
+    CallFrameTables callFrames = parseAllCallFrames(objects);
+    Indirections indirections(objects, symbols);
+    Layout layout(objects, callFrames, indirections);
+
+    // The commands have the same size whatever they say.
+    layout.assignAddresses(
+        static_cast<uint32_t>(makeLoadCommands(layout, {}, {}, libraries.list, options).bytes.size()));
+    Contents contents = makeContents(objects, symbols, indirections, callFrames, layout);
+    SymbolTable symbolTable = makeSymbolTable(objects, symbols, indirections, layout, libraries.ordinals, options);
+    LinkEdit linkEdit =
+        makeLinkEdit(layout.endFileOffset(), symbolTable,
+                     classicFixups(contents.fixups, layout, contents.image, symbolTable.firstImport()),
+                     compressedFixups(contents.fixups, layout, symbols.imports(), libraries.ordinals), options.fixups);
+    LoadCommands commands = makeLoadCommands(layout, linkEdit, symbolTable, libraries.list, options);
+
+    LinkedLibrary library;
+    library.bytes = std::move(contents.image);
+    std::copy(commands.bytes.begin(), commands.bytes.end(), library.bytes.begin());
+    library.bytes.insert(library.bytes.end(), linkEdit.bytes.begin(), linkEdit.bytes.end());
+    writeUuid(library.bytes, commands.uuidOffset);
+    library.map = mapFile(objects, symbols, layout, libraries.list);
+    return library;
+}
+
+} // namespace
+
+Result<LinkedLibrary> link(const std::vector<ObjectFile> &objects, const ImportTable &table, const LinkOptions &options)
+{
+    return resultOf([&] {
+        if (objects.empty())
+            fail("no object files to link");
+        return linkObjects(objects, table, options);
+    });
+}
+
+} // namespace macho

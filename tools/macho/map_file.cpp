@@ -1,0 +1,65 @@
+#include "tools/macho/map_file.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <tuple>
+
+namespace macho {
+
+namespace {
+
+struct Line {
+    uint32_t address;
+    std::string text;
+};
+
+std::string addressText(uint32_t address)
+{
+    char text[16];
+    std::snprintf(text, sizeof text, "%08x", static_cast<unsigned>(address));
+    return text;
+}
+
+std::vector<Line> symbolLines(const std::vector<ObjectFile> &objects, const Symbols &symbols, const Layout &layout)
+{
+    std::vector<Line> lines;
+    for (uint32_t number = 0; number < objects.size(); number++) {
+        const ObjectFile &object = objects[number];
+        for (uint32_t index = 0; index < object.symbols.size(); index++) {
+            const Symbol &symbol = object.symbols[index];
+            if (!symbol.isInSection() || symbol.name.empty())
+                continue;
+            auto start = layout.addressOf(number, symbol.section - 1u);
+            if (!start)
+                continue;
+            uint32_t address = *start + (symbol.value - object.sections[symbol.section - 1].address);
+            lines.push_back({address, printable(symbol.name) + "  " + printable(object.name) +
+                                          (symbols.isReplaced(number, index) ? "  (a copy that is not used)" : "")});
+        }
+    }
+    std::stable_sort(lines.begin(), lines.end(), [](const Line &left, const Line &right) {
+        return std::tie(left.address, left.text) < std::tie(right.address, right.text);
+    });
+    return lines;
+}
+
+} // namespace
+
+std::string mapFile(const std::vector<ObjectFile> &objects, const Symbols &symbols, const Layout &layout,
+                    const std::vector<LoadedLibrary> &libraries)
+{
+    std::string text = "# Sections: address, size, name\n";
+    for (const OutputSegment &segment : layout.segments)
+        for (const OutputSection &section : segment.sections)
+            text += addressText(section.address) + "  " + addressText(section.size) + "  " + printable(segment.name) +
+                    "," + printable(section.name) + "\n";
+    text += "# Symbols: address, name, object\n";
+    for (const Line &line : symbolLines(objects, symbols, layout))
+        text += addressText(line.address) + "  " + line.text + "\n";
+    text += "# Libraries\n";
+    for (const LoadedLibrary &loaded : libraries)
+        text += loaded.library->installName + (loaded.weak ? "  weak" : "") + "\n";
+    return text;
+}
+
+} // namespace macho

@@ -1,0 +1,15 @@
+// The map: a listing for people of what lies where in the library.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "tools/macho/addresses.h"
+#include "tools/macho/symbol_table.h"
+
+namespace macho {
+
+std::string mapFile(const std::vector<ObjectFile> &objects, const Symbols &symbols, const Layout &layout,
+                    const std::vector<LoadedLibrary> &libraries);
+
+} // namespace macho

@@ -1,0 +1,304 @@
+#include "tools/macho/object_file.h"
+
+#include <algorithm>
+#include <optional>
+
+namespace macho {
+
+using namespace format;
+
+namespace {
+
+constexpr size_t longestSymbolName = 4096;
+constexpr uint32_t largestAlignment = 12; // segments start at pages: nothing can be aligned to more
+
+struct Parser {
+    ObjectFile &object;
+    ByteView file;
+    std::optional<uint64_t> segment, symtab, dysymtab; // offsets of the load commands
+
+    template <class... Parts>
+    [[noreturn]] void refuse(const Parts &...parts) const
+    {
+        fail(printable(object.name), ": ", parts...);
+    }
+
+    void parse();
+    void checkHeader() const;
+    void findLoadCommands();
+    void readSections();
+    void readSymbols();
+    void readIndirectSymbols();
+    void readRelocations(Section &section, uint32_t offset, uint32_t count);
+    void checkIndirections(const Section &section) const;
+    void checkRelocation(const Section &section, const Relocation &relocation) const;
+};
+
+// What the first bytes say a file is, if it is not ours.
+const char *otherKindOfFile(const ByteView &file)
+{
+    static const struct {
+        uint8_t bytes[4];
+        const char *what;
+    } kinds[] = {
+        {{0xcf, 0xfa, 0xed, 0xfe}, "is a 64-bit Mach-O file; a 32-bit Intel object is needed"},
+        {{0xfe, 0xed, 0xfa, 0xce}, "is a big-endian Mach-O file; a 32-bit Intel object is needed"},
+        {{0xfe, 0xed, 0xfa, 0xcf}, "is a big-endian Mach-O file; a 32-bit Intel object is needed"},
+        {{0xca, 0xfe, 0xba, 0xbe}, "is a universal file; a 32-bit Intel object is needed"},
+        {{0x7f, 'E', 'L', 'F'}, "is an ELF file; a Mach-O object is needed"},
+        {{'!', '<', 'a', 'r'}, "is an archive; name its object files instead"},
+        {{'B', 'C', 0xc0, 0xde}, "holds LLVM bitcode; a Mach-O object is needed"},
+    };
+    for (const auto &kind : kinds)
+        if (file.size() >= 4 && std::equal(kind.bytes, kind.bytes + 4, file.data()))
+            return kind.what;
+    return "is not a Mach-O object file";
+}
+
+void Parser::parse()
+{
+    checkHeader();
+    findLoadCommands();
+    if (symtab)
+        readSymbols();
+    if (dysymtab)
+        readIndirectSymbols();
+    if (segment)
+        readSections();
+    for (const Symbol &symbol : object.symbols) {
+        if (symbol.isDebugging() || symbol.isUndefined() || symbol.isAbsolute())
+            continue;
+        if (!symbol.isInSection())
+            refuse("symbol ", printable(symbol.name), " is of a kind that is not supported (type ", hex(symbol.type),
+                   ")");
+        if (symbol.section == 0 || symbol.section > object.sections.size())
+            refuse("damaged: symbol ", printable(symbol.name), " is in section ", std::to_string(symbol.section),
+                   " of ", std::to_string(object.sections.size()));
+        const Section &section = object.sections[symbol.section - 1];
+        if (symbol.value < section.address || symbol.value - section.address > section.size)
+            fail(object.describe(section), ": damaged: symbol ", printable(symbol.name), " lies outside its section");
+    }
+}
+
+void Parser::checkHeader() const
+{
+    if (file.size() < 4 || file.u32(0, "the header") != magic32)
+        refuse(otherKindOfFile(file));
+    if (uint32_t cpu = file.u32(4, "the header"); cpu != cpuI386)
+        refuse("is built for processor ", std::to_string(cpu), "; 32-bit Intel (7) is needed");
+    if (uint32_t type = file.u32(12, "the header"); type != MH_OBJECT)
+        refuse("is a Mach-O file of type ", std::to_string(type), "; an object file (1) is needed");
+}
+
+void Parser::findLoadCommands()
+{
+    uint32_t count = file.u32(16, "the header");
+    uint64_t end = headerSize + uint64_t{file.u32(20, "the header")};
+    uint64_t offset = headerSize;
+    for (uint32_t index = 0; index < count; index++) {
+        uint32_t command = file.u32(offset, "the load commands");
+        uint32_t size = file.u32(offset + 4, "the load commands");
+        if (size < 8 || offset + size > end || offset + size > file.size())
+            refuse("damaged: load command ", std::to_string(index), " has the impossible size ", std::to_string(size));
+        std::optional<uint64_t> *known = command == LC_SEGMENT    ? &segment
+                                         : command == LC_SYMTAB   ? &symtab
+                                         : command == LC_DYSYMTAB ? &dysymtab
+                                                                  : nullptr;
+        uint32_t needed = command == LC_SEGMENT    ? segmentCommandSize
+                          : command == LC_SYMTAB   ? symtabCommandSize
+                          : command == LC_DYSYMTAB ? dysymtabCommandSize
+                                                   : 8;
+        if (size < needed)
+            refuse("damaged: load command ", std::to_string(index), " has the impossible size ", std::to_string(size));
+        if (command == LC_SEGMENT_64 || (known && *known))
+            refuse("damaged: load command ", std::to_string(index), " (", hex(command), ") does not belong there");
+        if (known)
+            *known = offset;
+        else if (command & LC_REQ_DYLD)
+            refuse("load command ", std::to_string(index), " (", hex(command), ") is not supported");
+        offset += size;
+    }
+}
+
+void Parser::readSections()
+{
+    uint32_t size = file.u32(*segment + 4, "the segment command");
+    uint32_t count = file.u32(*segment + 48, "the segment command");
+    if (count > maximumSections || segmentCommandSize + uint64_t{count} * sectionRecordSize > size)
+        refuse("damaged: the segment command has no room for ", std::to_string(count), " sections");
+    object.sections.resize(count);
+    for (uint32_t index = 0; index < count; index++) {
+        uint64_t at = *segment + segmentCommandSize + uint64_t{index} * sectionRecordSize;
+        const char *what = "a section record";
+        Section &section = object.sections[index];
+        section.name = file.paddedText(at, 16, what);
+        section.segment = file.paddedText(at + 16, 16, what);
+        section.address = file.u32(at + 32, what);
+        section.size = file.u32(at + 36, what);
+        uint32_t offset = file.u32(at + 40, what);
+        uint32_t power = file.u32(at + 44, what);
+        section.flags = file.u32(at + 56, what);
+        section.firstIndirect = file.u32(at + 60, what);
+        section.stubSize = file.u32(at + 64, what);
+        if (power > largestAlignment)
+            fail(object.describe(section), ": the alignment 2^", std::to_string(power), " cannot be kept; 2^",
+                 std::to_string(largestAlignment), " is the largest");
+        section.alignment = 1u << power;
+        if (uint64_t{section.address} + section.size > UINT32_MAX)
+            fail(object.describe(section), ": damaged: the section reaches past the end of memory");
+        if (section.type() != S_ZEROFILL) {
+            if (uint64_t{offset} + section.size > file.size())
+                fail(object.describe(section), ": the file is cut off or damaged: the section reaches past its end");
+            section.contents = ByteView({}, file.data() + offset, section.size);
+        }
+    }
+    // Relocations name sections, so all of these are read first.
+    for (uint32_t index = 0; index < count; index++) {
+        uint64_t at = *segment + segmentCommandSize + uint64_t{index} * sectionRecordSize;
+        Section &section = object.sections[index];
+        if (section.isIndirection())
+            checkIndirections(section);
+        readRelocations(section, file.u32(at + 48, "a section record"), file.u32(at + 52, "a section record"));
+    }
+}
+
+void Parser::readSymbols()
+{
+    uint32_t offset = file.u32(*symtab + 8, "the symbol command"), count = file.u32(*symtab + 12, "the symbol command");
+    ByteView records = file.slice(offset, uint64_t{count} * symbolRecordSize, "the symbol table");
+    ByteView names = file.slice(file.u32(*symtab + 16, "the symbol command"),
+                                file.u32(*symtab + 20, "the symbol command"), "the table of symbol names");
+    object.symbols.resize(count);
+    for (uint32_t index = 0; index < count; index++) {
+        uint64_t at = uint64_t{index} * symbolRecordSize;
+        Symbol &symbol = object.symbols[index];
+        uint32_t name = records.u32(at, "a symbol");
+        symbol.type = records.u8(at + 4, "a symbol");
+        symbol.section = records.u8(at + 5, "a symbol");
+        symbol.description = records.u16(at + 6, "a symbol");
+        symbol.value = records.u32(at + 8, "a symbol");
+        if (name != 0)
+            symbol.name = names.text(name, longestSymbolName, "the table of symbol names");
+        if (symbol.isUndefined() && symbol.value != 0)
+            refuse("common symbol ", printable(symbol.name), " is not supported: compile with -fno-common");
+        if (symbol.name.empty() && symbol.isGlobal() && !symbol.isDebugging())
+            refuse("damaged: global symbol ", std::to_string(index), " has no name");
+    }
+}
+
+void Parser::readIndirectSymbols()
+{
+    uint32_t offset = file.u32(*dysymtab + 56, "the dynamic symbol command");
+    uint32_t count = file.u32(*dysymtab + 60, "the dynamic symbol command");
+    ByteView records = file.slice(offset, uint64_t{count} * 4, "the table of indirect symbols");
+    object.indirectSymbols.resize(count);
+    for (uint32_t index = 0; index < count; index++)
+        object.indirectSymbols[index] = load32(records.data() + 4 * index);
+}
+
+void Parser::checkIndirections(const Section &section) const
+{
+    if (section.entrySize() == 0 || section.size % section.entrySize() != 0)
+        fail(object.describe(section), ": damaged: ", std::to_string(section.size),
+             " bytes are no whole number of entries");
+    uint32_t count = section.size / section.entrySize();
+    if (uint64_t{section.firstIndirect} + count > object.indirectSymbols.size())
+        fail(object.describe(section), ": damaged: it has more entries than there are indirect symbols");
+    for (uint32_t entry = 0; entry < count; entry++) {
+        uint32_t index = object.indirectSymbols[section.firstIndirect + entry];
+        bool local = index == INDIRECT_SYMBOL_LOCAL && section.holdsPointers();
+        if (!local && index >= object.symbols.size())
+            fail(object.describe(section), ": damaged: entry ", std::to_string(entry), " is for symbol ", hex(index),
+                 ", which does not exist");
+    }
+}
+
+void Parser::readRelocations(Section &section, uint32_t offset, uint32_t count)
+{
+    if (offset + uint64_t{count} * relocationRecordSize > file.size())
+        fail(object.describe(section), ": the file is cut off or damaged: its relocations reach past the end");
+    for (uint32_t index = 0; index < count; index++) {
+        const uint8_t *record = file.data() + offset + index * relocationRecordSize;
+        uint32_t first = load32(record), second = load32(record + 4);
+        Relocation relocation = {};
+        uint32_t length;
+        if (first & scatteredRelocation) {
+            relocation.scattered = true;
+            relocation.offset = first & 0xffffff;
+            relocation.type = static_cast<RelocationType>(first >> 24 & 0xf);
+            length = first >> 28 & 3;
+            relocation.pcRelative = first >> 30 & 1;
+            relocation.address = second;
+        } else {
+            relocation.offset = first;
+            relocation.target = second & 0xffffff;
+            relocation.pcRelative = second >> 24 & 1;
+            length = second >> 25 & 3;
+            relocation.external = second >> 27 & 1;
+            relocation.type = static_cast<RelocationType>(second >> 28);
+        }
+        bool difference = relocation.type == GENERIC_RELOC_SECTDIFF || relocation.type == GENERIC_RELOC_LOCAL_SECTDIFF;
+        std::string where = object.describe(section) + "+" + hex(relocation.offset);
+        if ((relocation.type != GENERIC_RELOC_VANILLA && !difference) || (difference && relocation.pcRelative))
+            fail(where, ": relocation type ", std::to_string(relocation.type), " is not supported");
+        if (length != 2)
+            fail(where, ": a relocation of ", std::to_string(1 << length), " bytes is not supported");
+        if (difference) {
+            if (!relocation.scattered || ++index == count ||
+                (load32(record + 8) & (scatteredRelocation | 0x0f000000)) !=
+                    (scatteredRelocation | GENERIC_RELOC_PAIR << 24))
+                fail(where, ": damaged: a difference relocation without its second half");
+            relocation.subtrahend = load32(record + 12);
+        }
+        checkRelocation(section, relocation);
+        section.relocations.push_back(relocation);
+    }
+}
+
+void Parser::checkRelocation(const Section &section, const Relocation &relocation) const
+{
+    std::string where = object.describe(section) + "+" + hex(relocation.offset);
+    if (section.contents.size() < 4 || relocation.offset > section.contents.size() - 4)
+        fail(where, ": damaged: a relocation outside its section");
+    if (relocation.scattered)
+        return;
+    if (relocation.external && relocation.target >= object.symbols.size())
+        fail(where, ": damaged: a relocation for symbol ", std::to_string(relocation.target), " of ",
+             std::to_string(object.symbols.size()));
+    if (!relocation.external && (relocation.target == 0 || relocation.target > object.sections.size()))
+        fail(where, ": a relocation for section ", std::to_string(relocation.target), " of ",
+             std::to_string(object.sections.size()), " is not supported");
+}
+
+} // namespace
+
+int ObjectFile::sectionAt(uint32_t address) const
+{
+    int ending = -1;
+    for (size_t index = 0; index < sections.size(); index++) {
+        if (sections[index].contains(address))
+            return static_cast<int>(index);
+        if (address == sections[index].address + sections[index].size && ending < 0)
+            ending = static_cast<int>(index);
+    }
+    return ending;
+}
+
+std::string ObjectFile::describe(const Section &section) const
+{
+    return printable(name) + ": " + printable(section.segment) + "," + printable(section.name);
+}
+
+Result<ObjectFile> parseObject(std::string name, Bytes bytes)
+{
+    return resultOf([&] {
+        ObjectFile object;
+        object.name = std::move(name);
+        object.bytes = std::move(bytes);
+        Parser parser{object, ByteView(object.name, object.bytes.data(), object.bytes.size()), {}, {}, {}};
+        parser.parse();
+        return object;
+    });
+}
+
+} // namespace macho

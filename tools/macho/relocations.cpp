@@ -1,0 +1,115 @@
+#include "tools/macho/relocations.h"
+
+namespace macho {
+
+using namespace format;
+
+namespace {
+
+class Settler {
+public:
+    Settler(const SectionCopy &copy, const std::vector<ObjectFile> &objects, const Symbols &symbols,
+            const Addresses &addresses, Fixups &fixups)
+        : copy(copy), object(objects[copy.object]), section(object.sections[copy.section]), symbols(symbols),
+          addresses(addresses), fixups(fixups)
+    {
+    }
+
+    void settle(const Relocation &relocation);
+
+private:
+    uint32_t addressOf(const Place &place) const { return addresses.of(place, where); }
+    void settleDifference(const Relocation &relocation);
+    void settleInside(const Relocation &relocation, const Place &target);
+    void settleSymbol(const Relocation &relocation);
+    void refuseInCode(std::string_view symbol) const;
+
+    const SectionCopy &copy;
+    const ObjectFile &object;
+    const Section &section;
+    const Symbols &symbols;
+    const Addresses &addresses;
+    Fixups &fixups;
+    std::string where; // "a.o: __TEXT,__text+0x10"
+    uint8_t *word = nullptr;
+    uint32_t oldAddress = 0, newAddress = 0; // of the word
+};
+
+void Settler::settle(const Relocation &relocation)
+{
+    where = object.describe(section) + "+" + hex(relocation.offset);
+    word = copy.bytes + relocation.offset;
+    oldAddress = section.address + relocation.offset;
+    newAddress = copy.address + relocation.offset;
+    if (relocation.type != GENERIC_RELOC_VANILLA)
+        settleDifference(relocation);
+    else if (relocation.scattered)
+        settleInside(relocation, addresses.placeAt(copy.object, relocation.address, where));
+    else if (relocation.external)
+        settleSymbol(relocation);
+    else
+        settleInside(relocation, {copy.object, relocation.target - 1,
+                                  load32(word) + (relocation.pcRelative ? oldAddress + pointerSize : 0)});
+}
+
+// The word holds the distance of two addresses: both may have moved.
+void Settler::settleDifference(const Relocation &relocation)
+{
+    Place minuend = addresses.placeAt(copy.object, relocation.address, where);
+    Place subtrahend = addresses.placeAt(copy.object, relocation.subtrahend, where);
+    uint32_t moved = (addressOf(minuend) - relocation.address) - (addressOf(subtrahend) - relocation.subtrahend);
+    store32(word, load32(word) + moved);
+}
+
+// The word leads to a place of the same object: it moves with that place.
+void Settler::settleInside(const Relocation &relocation, const Place &target)
+{
+    uint32_t moved = addressOf(target) - target.address;
+    if (relocation.pcRelative) {
+        store32(word, load32(word) + moved - (newAddress - oldAddress));
+        return;
+    }
+    refuseInCode({});
+    store32(word, load32(word) + moved);
+    fixups.rebases.push_back(newAddress);
+}
+
+// The word leads to whatever a symbol stands for; what it holds is added to that.
+void Settler::settleSymbol(const Relocation &relocation)
+{
+    const Symbol &symbol = object.symbols[relocation.target];
+    Target target = symbols.resolve(copy.object, relocation.target);
+    bool imported = target.kind == Target::Imported;
+    if (relocation.pcRelative) {
+        uint32_t address = imported ? addresses.ofStub(target.import) : addresses.of(target, where);
+        store32(word, load32(word) + address - (newAddress - oldAddress));
+        return;
+    }
+    refuseInCode(symbol.name);
+    if (imported) {
+        fixups.binds.push_back({newAddress, target.import, static_cast<int32_t>(load32(word))});
+    } else {
+        store32(word, load32(word) + addresses.of(target, where));
+        fixups.rebases.push_back(newAddress);
+    }
+}
+
+void Settler::refuseInCode(std::string_view symbol) const
+{
+    if (section.segment != "__TEXT")
+        return;
+    fail(where, ": a text relocation would be needed", symbol.empty() ? "" : " for symbol " + printable(symbol),
+         ": compile with -fPIC, and keep addresses out of __TEXT");
+}
+
+} // namespace
+
+void settleRelocations(const SectionCopy &copy, const std::vector<ObjectFile> &objects, const Symbols &symbols,
+                       const Addresses &addresses, Fixups &fixups)
+{
+    Settler settler(copy, objects, symbols, addresses, fixups);
+    for (const Relocation &relocation : objects[copy.object].sections[copy.section].relocations)
+        settler.settle(relocation);
+}
+
+} // namespace macho

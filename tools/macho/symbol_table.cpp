@@ -1,0 +1,157 @@
+#include "tools/macho/symbol_table.h"
+
+#include <algorithm>
+
+namespace macho {
+
+using namespace format;
+
+namespace {
+
+class Maker {
+public:
+    Maker(const std::vector<ObjectFile> &objects, const Symbols &symbols, const Indirections &indirections,
+          const Layout &layout, const std::vector<uint32_t> &ordinals, const LinkOptions &options)
+        : objects(objects), symbols(symbols), indirections(indirections), layout(layout), ordinals(ordinals),
+          options(options)
+    {
+        names.u8(0);
+    }
+    SymbolTable make();
+
+private:
+    void collectExports();
+    void addExport(std::string_view name, const Target &target);
+    void addLocals(uint32_t object);
+    void addRecord(std::string_view name, uint32_t type, uint32_t section, uint32_t description, uint32_t value);
+
+    const std::vector<ObjectFile> &objects;
+    const Symbols &symbols;
+    const Indirections &indirections;
+    const Layout &layout;
+    const std::vector<uint32_t> &ordinals;
+    const LinkOptions &options;
+    SymbolTable table;
+    ByteWriter records, names;
+    std::map<std::string_view, uint32_t> nameOffsets;
+};
+
+SymbolTable Maker::make()
+{
+    collectExports();
+    if (!options.strip)
+        for (uint32_t object = 0; object < objects.size(); object++)
+            addLocals(object);
+    table.localCount = static_cast<uint32_t>(records.size() / symbolRecordSize);
+    for (const auto &[name, address] : table.exports) // sorted: old loaders search them by halves
+        addRecord(name, N_SECT | N_EXT, layout.sectionNumberAt(address), 0, address);
+    table.exportCount = static_cast<uint32_t>(table.exports.size());
+    for (size_t index = 0; index < symbols.imports().size(); index++) {
+        const Import &import = symbols.imports()[index];
+        addRecord(import.name, N_UNDF | N_EXT, 0, ordinals[index] << 8 | (import.weak ? N_WEAK_REF : 0), 0);
+    }
+    table.importCount = static_cast<uint32_t>(symbols.imports().size());
+
+    ByteWriter indirect;
+    for (const std::vector<size_t> *list : {&indirections.stubs(), &indirections.importPointers()})
+        for (size_t import : *list)
+            indirect.u32(table.firstImport() + static_cast<uint32_t>(import));
+    names.alignTo(pointerSize);
+    table.records = std::move(records.bytes);
+    table.names = std::move(names.bytes);
+    table.indirect = std::move(indirect.bytes);
+    return std::move(table);
+}
+
+void Maker::collectExports()
+{
+    for (const std::string &name : options.exports) {
+        auto target = symbols.definition(name);
+        if (!target || target->kind != Target::Defined)
+            fail("exported symbol ", printable(name), " is not defined in any object");
+        addExport(name, *target);
+    }
+    if (!options.exports.empty())
+        return;
+    for (const ObjectFile &object : objects)
+        for (const Symbol &symbol : object.symbols)
+            if (symbol.isInSection() && symbol.isGlobal() && !symbol.isPrivate())
+                addExport(symbol.name, *symbols.definition(symbol.name));
+}
+
+void Maker::addExport(std::string_view name, const Target &target)
+{
+    const ObjectFile &object = objects[target.place.object];
+    const Section &section = object.sections[target.place.section];
+    auto start = layout.addressOf(target.place.object, target.place.section);
+    if (!start)
+        fail(object.describe(section), ": exported symbol ", printable(name),
+             " is in a section no part of which is in the library");
+    table.exports[name] = *start + (target.place.address - section.address);
+}
+
+void Maker::addLocals(uint32_t number)
+{
+    const ObjectFile &object = objects[number];
+    for (uint32_t index = 0; index < object.symbols.size(); index++) {
+        const Symbol &symbol = object.symbols[index];
+        // Names that begin with L or l are the compiler's own, and nobody looks for the names of call frame records.
+        if (!symbol.isInSection() || symbol.name.empty() || symbol.name[0] == 'L' || symbol.name[0] == 'l' ||
+            symbols.isReplaced(number, index) || (symbol.isGlobal() && table.exports.count(symbol.name)))
+            continue;
+        const Section &section = object.sections[symbol.section - 1];
+        auto start = layout.addressOf(number, symbol.section - 1u);
+        if (!start || section.isCallFrameTable())
+            continue;
+        addRecord(symbol.name, N_SECT, layout.sectionNumberAt(*start), 0, *start + (symbol.value - section.address));
+    }
+}
+
+void Maker::addRecord(std::string_view name, uint32_t type, uint32_t section, uint32_t description, uint32_t value)
+{
+    constexpr size_t largestTable = 1u << 26;
+    auto [known, isNew] = nameOffsets.try_emplace(name, static_cast<uint32_t>(names.size()));
+    if (isNew)
+        names.text(name);
+    if (names.size() > largestTable)
+        fail("the names of all symbols together are larger than 64 MB");
+    records.u32(known->second);
+    records.u8(type);
+    records.u8(section);
+    records.u16(description);
+    records.u32(value);
+}
+
+} // namespace
+
+LoadedLibraries loadedLibraries(const std::vector<Import> &imports, const ImportTable &table)
+{
+    LoadedLibraries loaded;
+    std::vector<uint32_t> ordinalOf(table.libraries.size());
+    for (size_t library = 0; library < table.libraries.size(); library++) {
+        bool used = false, weak = true;
+        for (const Import &import : imports) {
+            used |= import.library == library;
+            weak &= import.library != library || import.weak;
+        }
+        if (!used)
+            continue;
+        loaded.list.push_back({&table.libraries[library], weak});
+        ordinalOf[library] = static_cast<uint32_t>(loaded.list.size());
+    }
+    constexpr size_t mostLibraries = 253; // an import names its library in one byte, of which two values are taken
+    if (loaded.list.size() > mostLibraries)
+        fail("imports come from more libraries than a library can name");
+    for (const Import &import : imports)
+        loaded.ordinals.push_back(ordinalOf[import.library]);
+    return loaded;
+}
+
+SymbolTable makeSymbolTable(const std::vector<ObjectFile> &objects, const Symbols &symbols,
+                            const Indirections &indirections, const Layout &layout,
+                            const std::vector<uint32_t> &ordinals, const LinkOptions &options)
+{
+    return Maker(objects, symbols, indirections, layout, ordinals, options).make();
+}
+
+} // namespace macho
