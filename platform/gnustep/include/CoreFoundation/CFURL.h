@@ -5,7 +5,7 @@
 
 CF_EXTERN_C_BEGIN
 
-struct FSRef; // CoreServices/CoreServices.h
+struct FSRef; // CoreServices/Files.h
 
 typedef CFIndex CFURLPathStyle;
 

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <CoreFoundation/CFString.h>
+
+#include <string>
+#include <vector>
+
+namespace platform {
+
+using Units = std::vector<UniChar>;
+
+// The text of bytes in an encoding; false for an unknown encoding and for bytes that are no text in it. A byte order
+// mark at the front is a character like any other, unless the bytes are an external representation.
+bool decodeText(const UInt8 *bytes, size_t length, CFStringEncoding encoding, bool external, Units *text);
+
+// The bytes of a text, without a byte order mark; false when the encoding is unknown or cannot express the text.
+bool encodeText(const Units &text, CFStringEncoding encoding, std::string *bytes);
+
+} // namespace platform

@@ -1,0 +1,32 @@
+// How a method of Foundation is replaced. Each replacement is installed by the +load of a class in its own file, before
+// any message is sent to the class concerned: only runtime functions may be used there.
+#pragma once
+
+#include <objc/runtime.h>
+
+namespace platform {
+
+// Gives a class another implementation of a method, also of one that it inherits, and returns the one before.
+template <typename Implementation>
+Implementation replaceMethod(Class owner, const char *name, Implementation with)
+{
+    SEL selector = sel_registerName(name);
+    Method method = class_getInstanceMethod(owner, selector);
+    auto before = reinterpret_cast<Implementation>(method_getImplementation(method));
+    class_replaceMethod(owner, selector, reinterpret_cast<IMP>(with), method_getTypeEncoding(method));
+    return before;
+}
+
+template <typename Implementation>
+Implementation replaceMethod(const char *className, const char *name, Implementation with)
+{
+    return replaceMethod(static_cast<Class>(objc_getClass(className)), name, with);
+}
+
+template <typename Implementation>
+Implementation replaceClassMethod(const char *className, const char *name, Implementation with)
+{
+    return replaceMethod(object_getClass((id)objc_getClass(className)), name, with);
+}
+
+} // namespace platform
