@@ -93,7 +93,7 @@ download() {
     progress "sysroot: reading the package index"
     i386_apt --error-on=any update >"$log" 2>&1 || die "cannot reach the package archive: $(apt_reason "$log")"
     # shellcheck disable=SC2086  # one word per package
-    i386_apt -y --download-only -o APT::Status-Fd=3 install $packages >"$log" 2>&1 3> >(show_download) ||
+    i386_apt -y --download-only -o APT::Status-Fd=3 install $packages 3> >(show_download) >"$log" 2>&1 ||
         die "cannot download the packages: $(apt_reason "$log")"
 }
 
