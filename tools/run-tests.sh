@@ -2,7 +2,7 @@
 # run-tests.sh PRESET [CTEST-OPTION...]: runs the tests of a build tree; the last line says how many passed and failed.
 # A test that did not run counts as failed, and so does a run without tests.
 set -uo pipefail
-cd "$(dirname "${BASH_SOURCE[0]}")/.."
+cd "$(dirname "${BASH_SOURCE[0]}")/.." || exit 1
 preset=$1
 shift
 results=build/$preset/test-results.xml

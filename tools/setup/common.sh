@@ -1,3 +1,4 @@
+# shellcheck shell=bash
 # Shared by the set-up scripts; sourced, never run.
 
 # Prints one line on stderr and ends the script with status 1.
