@@ -1,0 +1,18 @@
+#pragma once
+
+#include <Foundation/NSGeometry.h>
+#include <Foundation/NSObject.h>
+
+@interface NSString : NSObject
++ (id)string;
++ (id)stringWithUTF8String:(const char *)text;
++ (id)stringWithFormat:(NSString *)format, ...;
+- (NSUInteger)length;
+- (unichar)characterAtIndex:(NSUInteger)index;
+- (const char *)UTF8String;
+- (BOOL)isEqualToString:(NSString *)string;
+- (NSRange)rangeOfString:(NSString *)string;
+- (NSString *)stringByAppendingString:(NSString *)string;
+- (float)floatValue;
+- (double)doubleValue;
+@end

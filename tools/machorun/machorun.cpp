@@ -1,0 +1,185 @@
+#include "tools/machorun/machorun.h"
+
+#include "tools/machorun/fixups.h"
+#include "tools/machorun/messages.h"
+#include "tools/machorun/objc_sections.h"
+#include "tools/machorun/unwind_tables.h"
+
+#include <cstdlib>
+#include <memory>
+#include <sys/stat.h>
+
+namespace machorun
+{
+
+namespace
+{
+
+// Which of a file's two encodings is taken.
+Fixups chosenFixups(const ImageFile &file, Fixups wanted)
+{
+    if (wanted == Fixups::Preferred) {
+        wanted = file.compressedFixups() ? Fixups::Compressed : Fixups::Classic;
+    }
+    if (wanted == Fixups::Classic && !file.classicFixups()) {
+        throw BadImage("has no classic fix-ups");
+    }
+    if (wanted == Fixups::Compressed && !file.compressedFixups()) {
+        throw BadImage("has no compressed fix-ups");
+    }
+    return wanted;
+}
+
+class Library
+{
+  public:
+    Library(const std::string &path, const Options &options)
+        : path_(path), file_(path), fixups_(chosenFixups(file_, options.fixups)), image_(file_)
+    {
+        Imports imports(options.absent);
+        auto apply = fixups_ == Fixups::Classic ? ApplyClassicFixups : ApplyCompressedFixups;
+        apply(file_, image_, imports);
+    }
+
+    // From here on the process keeps pointers into the image.
+    void start() const
+    {
+        image_.protect();
+        RegisterMethodsOf(image_);
+        RegisterUnwindTables(file_, image_);
+        DefineClasses(file_, image_);
+        FixObjectiveCReferences(file_, image_);
+        runInitializers();
+    }
+
+    const std::string &path() const { return path_; }
+
+    void *findExport(const std::string &symbol) const
+    {
+        auto find = fixups_ == Fixups::Classic ? FindClassicExport : FindCompressedExport;
+        return find(file_, image_, symbol);
+    }
+
+  private:
+    void runInitializers() const
+    {
+        // What a system hands them: as for main, and its own variables.
+        using Initializer = void (*)(int, const char **, const char **, const char **, const void *);
+        for (const Section &section : file_.sections()) {
+            if (section.type != S_MOD_INIT_FUNC_POINTERS) {
+                continue;
+            }
+            auto *functions = reinterpret_cast<const uint32_t *>(image_.startOf(section));
+            for (uint32_t index = 0; index < section.size / sizeof(uint32_t); index++) {
+                if (!image_.isExecutable(functions[index])) {
+                    throw BadImage("has an initialiser that is not code");
+                }
+                const char *none[] = {nullptr};
+                reinterpret_cast<Initializer>(functions[index])(0, none, none, none, nullptr);
+            }
+        }
+    }
+
+    std::string path_;
+    ImageFile file_;
+    Fixups fixups_;
+    MappedImage image_;
+};
+
+// A file is known by its place on the disk, whatever path leads there.
+struct LoadedLibrary {
+    dev_t device;
+    ino_t inode;
+    Library *library;
+};
+
+std::vector<LoadedLibrary> &loadedLibraries()
+{
+    static auto *libraries = new std::vector<LoadedLibrary>; // outlives everything that runs at exit
+    return *libraries;
+}
+
+std::vector<std::string> splitAtColons(const char *text)
+{
+    std::vector<std::string> parts;
+    std::string part;
+    for (; *text; text++) {
+        if (*text != ':') {
+            part += *text;
+        } else if (!part.empty()) {
+            parts.push_back(std::move(part));
+            part.clear();
+        }
+    }
+    if (!part.empty()) {
+        parts.push_back(std::move(part));
+    }
+    return parts;
+}
+
+bool optionsFromEnvironment(Options &options, std::string &error)
+{
+    if (const char *absent = std::getenv("MACHORUN_ABSENT")) {
+        options.absent = splitAtColons(absent);
+    }
+    std::string fixups = std::getenv("MACHORUN_FIXUPS") ? std::getenv("MACHORUN_FIXUPS") : "";
+    if (fixups == "classic") {
+        options.fixups = Fixups::Classic;
+    } else if (fixups == "compressed") {
+        options.fixups = Fixups::Compressed;
+    } else if (!fixups.empty()) {
+        error = "MACHORUN_FIXUPS is neither classic nor compressed: " + fixups;
+        return false;
+    }
+    return true;
+}
+
+} // namespace
+
+void *Load(const std::string &path, std::string &error, const Options &options)
+{
+    struct stat status{};
+    bool exists = stat(path.c_str(), &status) == 0;
+    for (const LoadedLibrary &loaded : loadedLibraries()) {
+        if (exists && loaded.device == status.st_dev && loaded.inode == status.st_ino) {
+            return loaded.library;
+        }
+    }
+    try {
+        auto prepared = std::make_unique<Library>(path, options);
+        Library *library = prepared.release(); // from now on it stays, also when it cannot be started to the end
+        library->start();
+        loadedLibraries().push_back({status.st_dev, status.st_ino, library});
+        return library;
+    } catch (const BadImage &reason) {
+        error = path + " " + reason.what();
+        return nullptr;
+    }
+}
+
+void *FindExport(void *library, const char *name, std::string &error)
+{
+    auto *searched = static_cast<Library *>(library);
+    try {
+        void *found = searched->findExport(std::string("_") + name);
+        if (!found) {
+            error = searched->path() + " does not export " + name;
+        }
+        return found;
+    } catch (const BadImage &reason) {
+        error = searched->path() + " " + reason.what();
+        return nullptr;
+    }
+}
+
+void *LoadPlugin(const char *path, std::string &error)
+{
+    Options options;
+    if (!optionsFromEnvironment(options, error)) {
+        return nullptr;
+    }
+    void *library = Load(path, error, options);
+    return library ? FindExport(library, "REALPluginMain", error) : nullptr;
+}
+
+} // namespace machorun
