@@ -9,8 +9,7 @@
 #include "host/declaration.h"
 #include "host/value.h"
 
-namespace host
-{
+namespace host {
 
 // A method as registered.
 struct MethodDescription {

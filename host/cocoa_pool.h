@@ -1,11 +1,9 @@
 // A scope with an autorelease pool, for C++ code that calls into Cocoa through a plug-in.
 #pragma once
 
-namespace host
-{
+namespace host {
 
-class CocoaPool
-{
+class CocoaPool {
 public:
     CocoaPool();
     ~CocoaPool();

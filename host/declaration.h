@@ -7,8 +7,7 @@
 #include <string_view>
 #include <vector>
 
-namespace host
-{
+namespace host {
 
 // How a value of a declared type is passed in a call.
 enum class Passing {

@@ -7,8 +7,7 @@
 
 #include "host/value.h"
 
-namespace host
-{
+namespace host {
 
 // An exception object that a plug-in raised.
 struct RaisedException {
@@ -20,8 +19,7 @@ struct RaisedException {
 
 // Delivered when control is back in host code. `raised` holds everything that was raised during the call in the order
 // of raising; the accessors speak of the first.
-class Exception : public std::runtime_error
-{
+class Exception : public std::runtime_error {
 public:
     explicit Exception(std::vector<RaisedException> raised);
     const std::string &className() const { return _raised.front().className; }

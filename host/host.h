@@ -31,8 +31,7 @@
 #include "host/profile.h"
 #include "host/value.h"
 
-namespace host
-{
+namespace host {
 
 // What a call gave: the result (the plug-in's neutral result after a failure) and the exceptions it raised.
 struct Outcome {
@@ -53,8 +52,7 @@ struct EntryPointInfo {
 // What can be made to fail.
 enum class Creation { String, MemoryBlock, Array, Dictionary, Instance, FolderItem, Variant };
 
-class Host
-{
+class Host {
 public:
     static Host &shared();
 
@@ -127,6 +125,7 @@ public:
     // What `New ClassName(arguments)` does: makes an instance, then calls the constructor that fits, if arguments are
     // given or the class has one without.
     Value newObject(const std::string &className, const Arguments &arguments = {});
+    Outcome tryNewObject(const std::string &className, const Arguments &arguments = {});
     // The instance alone, its initialisers run, no constructor called.
     Value newInstance(const std::string &className);
 

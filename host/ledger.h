@@ -5,8 +5,7 @@
 #include <string>
 #include <vector>
 
-namespace host
-{
+namespace host {
 
 enum class HandleKind { Object, String, Array, StringData };
 

@@ -9,8 +9,7 @@
 
 #include "host/interface/records.h"
 
-namespace host
-{
+namespace host {
 
 // What a loader hands back: the entry function and ways to find further symbols and to unload. Without `unload` the
 // file stays in memory.
@@ -26,8 +25,7 @@ struct PluginLoader {
     std::function<LoadedFile(const std::string &path)> load; // throws std::runtime_error when it cannot
 };
 
-class Plugin
-{
+class Plugin {
 public:
     const std::string &path() const { return _path; }
     void *symbol(const std::string &name) const; // null when there is none

@@ -7,8 +7,7 @@
 #include <string>
 #include <vector>
 
-namespace host
-{
+namespace host {
 
 struct Profile {
     std::string name;

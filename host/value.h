@@ -10,11 +10,13 @@
 
 #include "host/interface/codes.h"
 
-namespace host
-{
+namespace host {
 
-class Value
-{
+namespace runtime {
+struct Handle;
+}
+
+class Value {
 public:
     enum class Kind {
         Nil,
@@ -50,10 +52,12 @@ public:
     Value &operator=(Value other) noexcept;
     ~Value();
 
-    // Strings of any bytes in any encoding. An empty string is a handle of length 0 here; nil is the null handle.
+    // Strings of any bytes in any encoding. The language knows two empty strings: a handle of length 0, and the null
+    // handle, which `isNullHandle` tells apart. Both are of kind String and read as "".
     static Value string(std::string_view bytes, uint32_t encoding = kUTF8);
     static Value utf16(std::u16string_view units);
     static Value emptyString() { return string({}); }
+    static Value nullString() { return Value(Kind::String); }
 
     static Value currency(double value);
     static Value color(uint32_t rgb);
@@ -79,6 +83,7 @@ public:
 
     Kind kind() const { return _kind; }
     bool isNil() const { return _kind == Kind::Nil; }
+    bool isNullHandle() const { return isNil() || (isString() && !_value.handle); }
     bool isNumber() const;
     bool isString() const { return _kind == Kind::String; }
     bool isObject() const { return _kind == Kind::Object; }
@@ -138,8 +143,11 @@ private:
     union {
         int64_t integer;
         double real;
-        void *handle;
+        runtime::Handle *handle; // one lock on it is ours
     } _value{};
+
+    explicit Value(Kind kind) : _kind(kind) {}
+    void take(runtime::Handle &handle);
 };
 
 using Arguments = std::vector<Value>;

@@ -3,8 +3,7 @@
 
 #include <cstdint>
 
-namespace host
-{
+namespace host {
 
 // Text encodings carry Core Foundation's numbers.
 enum Encoding : uint32_t {

@@ -6,8 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 
-namespace host::interface
-{
+namespace host::interface {
 
 // Every object begins with the host's own 24 bytes; the instance data of its class follows.
 struct ObjectHeader {

@@ -1,0 +1,33 @@
+// Calls of C functions by their declarations, in both directions.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "host/classes.h"
+#include "host/declaration.h"
+#include "host/value.h"
+
+namespace host::runtime {
+
+// How well a value fits a declared type: 2 exactly, 1 converted, 0 not at all (`why` then says "must be ..., not ...").
+int rankOf(const DeclaredType &type, const Value &value, std::string *why = nullptr);
+
+// The overload that fits the arguments best. Throws CallError or TypeError when there is none; `what` names the callee
+// in the message.
+const MethodDescription &chooseOverload(const std::vector<const MethodDescription *> &candidates,
+                                        const Arguments &arguments, const std::string &what);
+
+// Throws CallError or TypeError when the arguments do not fit.
+void checkArguments(const Declaration &declaration, const Arguments &arguments);
+
+// Calls a function of that declaration with checked arguments. `self` is nil for shared and global methods.
+Value callFunction(void *function, const Declaration &declaration, const Value &self, const Arguments &arguments);
+
+// A C function of that declaration that runs a body in C++. It is never freed.
+void *functionFor(const Declaration &declaration, bool isShared, const HostMethod::Body &body);
+
+// The form in which a setter is called: the method's parameters, then the value; no result.
+Declaration setterDeclaration(const Declaration &getter);
+
+} // namespace host::runtime

@@ -1,0 +1,36 @@
+#include "host/runtime/memory_blocks.h"
+#include "host/runtime/entries/entries.h"
+#include "host/runtime/state.h"
+
+namespace host::runtime::entries {
+
+namespace {
+
+MemoryBlockPayload *expectBlock(void *record, const char *user)
+{
+    return payloadOf<MemoryBlockPayload>(expectObject(record, user));
+}
+
+} // namespace
+
+void *newMemoryBlock(int32_t size)
+{
+    if (creationFails(Creation::MemoryBlock))
+        return nullptr;
+    ObjectHandle *block = runtime::newMemoryBlock(size);
+    return block ? block->record : nullptr;
+}
+
+void *memoryBlockPointer(void *record)
+{
+    MemoryBlockPayload *block = expectBlock(record, "memoryBlockGetPtr");
+    return block ? block->data : nullptr;
+}
+
+int32_t memoryBlockSize(void *record)
+{
+    MemoryBlockPayload *block = expectBlock(record, "memoryBlockGetSize");
+    return block ? block->size : 0;
+}
+
+} // namespace host::runtime::entries

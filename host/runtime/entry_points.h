@@ -1,0 +1,35 @@
+// Everything that a plug-in can ask for by name.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "host/declaration.h"
+
+namespace host::runtime {
+
+// One entry point. Its calls go through a function that counts them and looks here first.
+struct Door {
+    const char *name = nullptr;
+    const char *declaration = nullptr; // of a global method
+    double since = 0;                  // the first host version that offers it
+    void *entry = nullptr;             // what a look-up answers
+
+    bool hidden = false;
+    void *replacement = nullptr;
+    std::function<void()> observer;
+    long lookups = 0;
+    long calls = 0;
+
+    bool isOffered() const; // by the profile, and not hidden
+};
+
+const std::vector<Door *> &doors();
+Door &doorNamed(const std::string &name); // CallError for an unknown name
+
+// What plug-ins are handed: entry points only.
+void *lookUp(const char *name);
+void *lookUpGlobalMethod(const char *declaration);
+
+} // namespace host::runtime

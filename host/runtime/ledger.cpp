@@ -1,0 +1,223 @@
+#include "host/runtime/ledger.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <deque>
+#include <new>
+#include <unordered_map>
+
+#include "host/runtime/handle.h"
+
+namespace host {
+
+std::string HandleInfo::text() const
+{
+    std::string locksText = std::to_string(locks) + (locks == 1 ? " lock, " : " locks, ");
+    return "#" + std::to_string(serial) + " " + what + ": " + locksText + std::to_string(heldByHost) + " of the host";
+}
+
+namespace runtime {
+
+namespace {
+
+struct DeadRecord {
+    void *record;
+    size_t size;
+    std::string what;
+};
+
+constexpr size_t kGravesKept = 2048;
+constexpr unsigned char kDeadPattern = 0xDD;
+
+struct Book {
+    std::unordered_map<const void *, Handle *> live;
+    std::deque<DeadRecord> dead; // in the order of death
+    std::unordered_map<const void *, std::string> epitaphs;
+    std::vector<std::string> faults;
+    uint64_t lastSerial = 0;
+};
+
+// Never destroyed: handles may die while the process ends.
+Book &book()
+{
+    static Book *book = new Book;
+    return *book;
+}
+
+HandleInfo infoOf(const Handle &handle)
+{
+    return {handle.record, handle.kind, handle.what(), handle.locks, handle.held, handle.serial};
+}
+
+const char *kindName(HandleKind kind)
+{
+    switch (kind) {
+    case HandleKind::Object:
+        return "object";
+    case HandleKind::String:
+        return "string";
+    case HandleKind::Array:
+        return "array";
+    case HandleKind::StringData:
+        return "string data";
+    }
+    return "handle";
+}
+
+void die(Handle &handle)
+{
+    handle.dying = true;
+    handle.finalise();
+    if (handle.locks != 0)
+        noteFault("left locked while it was being destroyed: " + handle.what());
+    book().live.erase(handle.record);
+    delete &handle;
+}
+
+} // namespace
+
+Handle::Handle(HandleKind kind, size_t recordSize)
+    : record(calloc(1, recordSize)), recordSize(recordSize), kind(kind), serial(++book().lastSerial)
+{
+    if (!record)
+        throw std::bad_alloc();
+    book().live.emplace(record, this);
+}
+
+Handle::~Handle()
+{
+    book().live.erase(record);
+    if (record)
+        bury(record, recordSize, std::string(kindName(kind)) + " #" + std::to_string(serial));
+}
+
+void lock(Handle &handle)
+{
+    ++handle.locks;
+}
+
+void unlock(Handle &handle)
+{
+    if (handle.locks <= handle.held) {
+        noteFault("unlocked once too often: " + handle.what());
+        return;
+    }
+    if (--handle.locks == 0 && !handle.dying)
+        die(handle);
+}
+
+void hold(Handle &handle)
+{
+    ++handle.locks;
+    ++handle.held;
+}
+
+void unhold(Handle &handle)
+{
+    --handle.held;
+    if (--handle.locks == 0 && !handle.dying)
+        die(handle);
+}
+
+void takeOver(Handle &handle)
+{
+    if (handle.locks <= handle.held) {
+        noteFault("handed to the host without a lock: " + handle.what());
+        ++handle.locks;
+    }
+    ++handle.held;
+}
+
+void handOver(Handle &handle)
+{
+    --handle.held;
+}
+
+Handle *find(const void *record)
+{
+    auto entry = book().live.find(record);
+    return entry == book().live.end() ? nullptr : entry->second;
+}
+
+Handle *expect(const void *record, HandleKind kind, const char *user)
+{
+    if (!record)
+        return nullptr;
+    Handle *handle = find(record);
+    if (!handle) {
+        std::optional<std::string> dead = epitaph(record);
+        noteFault(std::string(user) + ": was given " + (dead ? "a dead handle (" + *dead + ")" : "no handle at all"));
+        return nullptr;
+    }
+    if (handle->kind != kind) {
+        noteFault(std::string(user) + ": was given " + handle->what() + " in place of a handle of kind " +
+                  kindName(kind));
+        return nullptr;
+    }
+    return handle;
+}
+
+std::vector<HandleInfo> liveHandles()
+{
+    std::vector<HandleInfo> handles;
+    handles.reserve(book().live.size());
+    for (const auto &entry : book().live)
+        handles.push_back(infoOf(*entry.second));
+    std::sort(handles.begin(), handles.end(),
+              [](const HandleInfo &a, const HandleInfo &b) { return a.serial < b.serial; });
+    return handles;
+}
+
+std::optional<HandleInfo> handleInfo(const void *record)
+{
+    Handle *handle = find(record);
+    if (!handle)
+        return std::nullopt;
+    return infoOf(*handle);
+}
+
+LedgerMark markLedger()
+{
+    LedgerMark mark;
+    mark.serial = book().lastSerial;
+    for (const auto &entry : book().live)
+        if (entry.second->locks != entry.second->held)
+            mark.heldElsewhere.emplace_back(entry.first, entry.second->locks - entry.second->held);
+    return mark;
+}
+
+void noteFault(const std::string &fault)
+{
+    book().faults.push_back(fault);
+}
+
+std::vector<std::string> &faults()
+{
+    return book().faults;
+}
+
+void bury(void *record, size_t size, const std::string &what)
+{
+    memset(record, kDeadPattern, size);
+    Book &b = book();
+    b.dead.push_back({record, size, what});
+    b.epitaphs[record] = what;
+    if (b.dead.size() <= kGravesKept)
+        return;
+    DeadRecord &oldest = b.dead.front();
+    b.epitaphs.erase(oldest.record);
+    free(oldest.record);
+    b.dead.pop_front();
+}
+
+std::optional<std::string> epitaph(const void *record)
+{
+    auto entry = book().epitaphs.find(record);
+    if (entry == book().epitaphs.end())
+        return std::nullopt;
+    return entry->second;
+}
+
+} // namespace runtime
+} // namespace host

@@ -1,0 +1,34 @@
+// Strings: bytes with an encoding, in the record layout of the host that is played.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "host/runtime/handle.h"
+
+namespace host::runtime {
+
+struct StringHandle : Handle {
+    StringHandle(std::string_view bytes, uint32_t encoding);
+    ~StringHandle() override;
+    std::string what() const override;
+
+    char *text() const; // with a zero byte behind it
+    int32_t length() const;
+    std::string_view bytes() const { return {text(), size_t(length())}; }
+    uint32_t encoding() const;
+    void setEncoding(uint32_t encoding);
+
+private:
+    bool _oldLayout;
+};
+
+// The bytes of a string as a plug-in got them, until it disposes of them. The record is the bytes.
+struct StringDataHandle : Handle {
+    explicit StringDataHandle(std::string_view bytes);
+    std::string what() const override;
+};
+
+StringHandle *expectString(const void *record, const char *user);
+
+} // namespace host::runtime
