@@ -131,8 +131,8 @@ const std::vector<Door *> &doors()
         entry<folderItemFromParent>("REALFolderItemFromParentFSRef"),
         entry<folderItemFromFSSpec>("FolderItemFromFSSpec"),
 
-        // The companion library asks what the profile wants it to leave out
-        entry<familyLeavesOut>("FamilyLeavesOut"),
+        // The companion library
+        entry<familyServices>("FamilyServices"),
     };
     // clang-format on
     return *table;

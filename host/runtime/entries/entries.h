@@ -7,6 +7,7 @@
 
 #include <cstdint>
 
+#include "host/interface/family.h"
 #include "host/interface/records.h"
 
 struct FSRef;
@@ -94,7 +95,7 @@ Byte fsSpecFromFolderItem(FSSpec *spec, void *item);
 void *folderItemFromParent(const FSRef *parent, const HFSUniStr255 *name);
 void *folderItemFromFSSpec(const FSSpec *spec);
 
-// Whether the companion library is to leave out a class or a feature
-Byte familyLeavesOut(const char *feature);
+// What the companion library works with
+const interface::FamilyServices *familyServices();
 
 } // namespace host::runtime::entries

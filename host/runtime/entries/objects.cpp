@@ -248,9 +248,4 @@ Byte setStringProperty(void *object, const char *name, void *value)
     return writeTyped(object, name, Passing::String, string, "REALSetPropValueString");
 }
 
-Byte familyLeavesOut(const char *feature)
-{
-    return state().profile.familyLeaves(feature);
-}
-
 } // namespace host::runtime::entries

@@ -1,0 +1,133 @@
+// plughost call METHOD [ARG...]
+#include <cstdio>
+#include <memory>
+
+#include "host/plughost/errors.h"
+#include "host/plughost/json_value.h"
+#include "host/plughost/program.h"
+#include "host/plughost/text_value.h"
+
+namespace plughost
+{
+
+namespace
+{
+
+struct Found {
+    const host::MethodDescription *method = nullptr;
+    bool isShared = false;
+};
+
+struct Call {
+    std::string name;
+    std::vector<std::string> arguments;
+    std::string assigned;
+    bool assigns = false;
+    bool json = false;
+
+    void run(Session &session) const
+    {
+        Found found = find(session.defaultsClass());
+        std::vector<std::string> texts = arguments;
+        std::vector<host::Parameter> parameters = found.method->declaration.parameters;
+        if (assigns) {
+            texts.push_back(assigned);
+            parameters.push_back({"the assigned value", found.method->declaration.result});
+        }
+        host::Arguments values;
+        for (size_t i = 0; i < texts.size(); i++)
+            values.push_back(argument(parameters[i], texts[i]));
+        finish(session, found, values);
+    }
+
+private:
+    static std::string quoted(const std::string &text) { return "\"" + text + "\""; }
+
+    bool isNamed(const host::MethodDescription &method) const
+    {
+        return host::equalIgnoringCase(method.declaration.name, name) || method.text == name;
+    }
+
+    bool fits(const host::MethodDescription &method) const
+    {
+        return method.declaration.parameters.size() == arguments.size() && (!assigns || method.setter);
+    }
+
+    // Methods first, then shared methods; among overloads the one that takes as many arguments.
+    Found find(const host::ClassDescription &description) const
+    {
+        Found named;
+        for (bool isShared : {false, true}) {
+            for (const host::MethodDescription &method : isShared ? description.sharedMethods : description.methods) {
+                if (!isNamed(method))
+                    continue;
+                named = {&method, isShared};
+                if (fits(method))
+                    return named;
+            }
+        }
+        if (!named.method)
+            throw InputError(description.name + " has no method " + quoted(name));
+        if (assigns && !named.method->setter)
+            throw InputError(quoted(named.method->text) + " cannot be assigned to");
+        size_t wanted = named.method->declaration.parameters.size();
+        throw InputError(quoted(named.method->text) + " takes " + std::to_string(wanted) +
+                         (wanted == 1 ? " argument, not " : " arguments, not ") + std::to_string(arguments.size()));
+    }
+
+    static host::Value argument(const host::Parameter &parameter, const std::string &text)
+    {
+        std::optional<ValueType::Kind> kind = kindOf(parameter.type);
+        if (!kind)
+            throw InputError(parameter.name + ": a value of type " + parameter.type.text() +
+                             " cannot be written on a command line");
+        return valueOfText(*kind, text, parameter.name);
+    }
+
+    void finish(Session &session, const Found &found, const host::Arguments &values) const
+    {
+        host::Value self = found.isShared ? host::Value() : session.defaults();
+        host::Host &host = session.host();
+        host::Outcome outcome = assigns ? host.invokeSetter(*found.method, self, values)
+                                        : host.invoke(*found.method, self, values);
+        if (!outcome.raised.empty())
+            throw host::Exception(outcome.raised);
+        session.save();
+        if (!assigns && found.method->declaration.result.passing != host::Passing::Nothing)
+            puts((json ? jsonOf(outcome.result) : textOfValue(outcome.result)).c_str());
+    }
+};
+
+} // namespace
+
+void addCall(Program &program)
+{
+    CLI::App *command = program.add("call", "Call any method of the class and print its result");
+    auto call = std::make_shared<Call>();
+    addPlainArgument(command, "METHOD", call->name, "A method's name, or its declaration")->required();
+    CLI::callback_t takeArguments = [call](const CLI::results_t &results) {
+        call->arguments = results;
+        return true;
+    };
+    command->add_option("ARG", takeArguments, "An argument, written as for plughost set")
+        ->type_size(1)
+        ->expected(0, -1)
+        ->allow_extra_args(false);
+    CLI::callback_t takeAssigned = [call](const CLI::results_t &results) {
+        call->assigned = results.front();
+        return call->assigns = true;
+    };
+    command->add_option("--assign", takeAssigned, "Assign to the method: object.METHOD(ARG...) = VALUE")
+        ->type_name("VALUE")
+        ->type_size(1)
+        ->expected(1);
+    command->add_flag("--json", call->json, "Print the result as JSON");
+    command->footer("Methods are called on the standard defaults object, or on that of --user; shared methods on the "
+                    "class.\n\nExamples:\n"
+                    "  plughost call persistentDomainNames\n"
+                    "  plughost call integerForKey Runs --assign 5\n"
+                    "  plughost call setPersistentDomain '{\"a\": 1}' com.example.other");
+    program.onSession(command, [call](Session &session) { call->run(session); });
+}
+
+} // namespace plughost

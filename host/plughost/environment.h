@@ -1,0 +1,18 @@
+// The environment that Foundation reads when it starts, before main: character sets, its configuration, a time zone.
+#pragma once
+
+#include <string>
+
+namespace plughost
+{
+
+// Returns when the environment is there; otherwise executes the program again with it. What the caller's environment
+// sets already is left as it is, except that a defaults folder, when one is given (it is made if missing), always takes
+// the place of the one in the configuration; child processes inherit it. Throws UsageError for a folder that cannot be
+// used.
+void prepareEnvironment(const std::string &defaultsDir, char **arguments);
+
+// A file that is built into the same folder as the program.
+std::string besideProgram(const std::string &name);
+
+} // namespace plughost

@@ -1,0 +1,12 @@
+// Files that commands read.
+#pragma once
+
+#include <string>
+
+namespace plughost
+{
+
+// The bytes of a file; "-" is standard input. Throws InputError when it cannot be read.
+std::string readFile(const std::string &path);
+
+} // namespace plughost

@@ -1,0 +1,27 @@
+// What every command takes: which host is played, which plug-in is loaded, whose defaults are used.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace plughost
+{
+
+struct Options {
+    std::string host = "2013.03";
+    std::vector<std::string> without; // entry points that this host does not offer
+    std::string plugin;               // empty: NSUserDefaults.so beside the program
+    bool family = true;
+
+    std::string domain = "plughost"; // the application's own domain
+    std::string user;                // empty: the standard defaults object
+    std::string defaultsDir;         // empty: as Foundation's configuration says
+
+    std::vector<std::string> suites;        // added to the search list before the command
+    std::vector<std::string> registrations; // files with defaults registered before the command
+
+    bool checkHandles = false;
+    bool showLog = false;
+};
+
+} // namespace plughost

@@ -1,0 +1,130 @@
+#include "host/plughost/session.h"
+
+#include <algorithm>
+#include <cstdio>
+
+#include "host/plughost/application.h"
+#include "host/plughost/environment.h"
+#include "host/plughost/errors.h"
+#include "host/plughost/files.h"
+#include "host/plughost/json_value.h"
+#ifdef PLUGHOST_MACHORUN
+#include "host/plughost/macho_loader.h"
+#endif
+
+namespace plughost
+{
+
+static host::Profile profileFor(const Options &options)
+{
+    std::optional<host::Profile> profile = host::Profile::named(options.host);
+    if (!profile)
+        throw UsageError("--host: \"" + options.host + "\" is no version of the host, such as 2011.4");
+    std::vector<host::EntryPointInfo> known = host::Host::shared().entryPoints();
+    for (const std::string &name : options.without) {
+        if (std::none_of(known.begin(), known.end(), [&](const auto &entry) { return entry.name == name; }))
+            throw UsageError("--without: the host has no entry point \"" + name + "\"");
+        profile->without.insert(name);
+    }
+    profile->family = options.family;
+    return *profile;
+}
+
+Session::Session(const Options &options) : _options(options), _host(host::Host::shared())
+{
+    if (options.domain.empty() || options.domain.find('/') != std::string::npos)
+        throw UsageError("--domain: \"" + options.domain + "\" cannot be the name of a domain");
+    becomeApplication(options.domain, options.showLog);
+    _host.use(profileFor(options));
+#ifdef PLUGHOST_MACHORUN
+    _host.addLoader(machoLoader());
+#endif
+    if (options.family)
+        _host.load(besideProgram("Family.so"));
+    _host.load(options.plugin.empty() ? besideProgram("NSUserDefaults.so") : options.plugin);
+    if (!_host.findClass(kClassName))
+        throw InputError(std::string("the plug-in has registered no class ") + kClassName);
+}
+
+const host::ClassDescription &Session::defaultsClass() const
+{
+    return *_host.findClass(kClassName);
+}
+
+const host::Value &Session::defaults()
+{
+    if (!_defaults.isNil())
+        return _defaults;
+    _defaults = _options.user.empty() ? _host.callShared(kClassName, "standardUserDefaults")
+                                      : _host.newObject(kClassName, {_options.user});
+    if (_defaults.isNil())
+        throw InputError("there is no defaults object: standardUserDefaults answered nil");
+    for (const std::string &suite : _options.suites)
+        _host.call(_defaults, "addSuiteNamed", {suite});
+    for (const std::string &file : _options.registrations)
+        _host.call(_defaults, "registerDefaults", {dictionaryOfJson(readFile(file), file)});
+    return _defaults;
+}
+
+host::Value Session::call(const std::string &method, const host::Arguments &arguments)
+{
+    return _host.call(defaults(), method, arguments);
+}
+
+void Session::save()
+{
+    if (!call("synchronize").boolean())
+        throw InputError("the defaults could not be written to disk");
+}
+
+static void printLine(const std::string &line)
+{
+    fprintf(stderr, "plughost: %s\n", line.c_str());
+}
+
+static void printRaised(const std::vector<host::RaisedException> &raised)
+{
+    for (const host::RaisedException &exception : raised)
+        printLine(exception.className + ": " + exception.message);
+}
+
+static int runAndReport(const Options &options, const std::function<void(Session &)> &body)
+{
+    try {
+        Session session(options);
+        body(session);
+        return kDone;
+    } catch (const host::Exception &exception) {
+        printRaised(exception.raised());
+        return kBadInput;
+    }
+}
+
+// Everything that the command held is gone by now.
+static bool handlesBalance()
+{
+    host::Host &host = host::Host::shared();
+    std::vector<host::HandleInfo> imbalances = host.imbalances();
+    for (const host::HandleInfo &handle : imbalances)
+        printLine("handle out of balance: " + handle.text());
+    for (const std::string &fault : host.faults())
+        printLine("fault of the plug-in: " + fault);
+    return imbalances.empty() && host.faults().empty();
+}
+
+int runInSession(const Options &options, const std::function<void(Session &)> &body)
+{
+    int status;
+    {
+        host::CocoaPool pool;
+        status = runAndReport(options, body);
+    }
+    fflush(stdout);
+    std::vector<host::RaisedException> late = host::Host::shared().takePendingExceptions();
+    printRaised(late);
+    if (!late.empty() || (options.checkHandles && !handlesBalance()))
+        return kBadInput;
+    return status;
+}
+
+} // namespace plughost
