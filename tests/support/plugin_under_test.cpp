@@ -6,9 +6,7 @@
 #include <cstdlib>
 
 #ifdef HAVE_MACHORUN
-#include "tools/machorun/machorun.h"
-
-#include <stdexcept>
+#include "tools/machorun/host_loader.h"
 #endif
 
 namespace support {
@@ -32,20 +30,7 @@ void addPluginLoaders()
         return;
     added = true;
 
-    host::PluginLoader loader;
-    loader.name = "Mach-O";
-    loader.recognises = [](const std::vector<uint8_t> &first) {
-        return first.size() >= 4 && first[0] == 0xCE && first[1] == 0xFA && first[2] == 0xED && first[3] == 0xFE;
-    };
-    loader.load = [](const std::string &path) {
-        std::string error;
-        host::LoadedFile file;
-        file.entry = reinterpret_cast<host::interface::PluginMain>(machorun::LoadPlugin(path.c_str(), error));
-        if (!file.entry)
-            throw std::runtime_error(error);
-        return file;
-    };
-    host::Host::shared().addLoader(loader);
+    host::Host::shared().addLoader(machorun::HostLoader());
 #endif
 }
 

@@ -32,5 +32,5 @@ function(run_black_box_test name prefix file)
   gtest_discover_tests(${name}
     TEST_PREFIX "${prefix}.${name}."
     PROPERTIES ENVIRONMENT "PLUGIN_UNDER_TEST=${file}"
-    DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60)
+    NO_PRETTY_VALUES DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60)
 endfunction()
