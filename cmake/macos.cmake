@@ -18,7 +18,7 @@ add_custom_command(OUTPUT "${macos_headers}"
   COMMENT "Making the folder of macOS headers" USES_TERMINAL)
 add_custom_target(macos-headers DEPENDS "${macos_headers}")
 
-# The class is useful from 10.4 on, which the linker writes into the file as well.
+# The class is useful from 10.4 on; the linker writes the same into the file, unless it is told otherwise.
 set(macos_target i386-apple-macosx10.4)
 set(macos_flags
   -target ${macos_target} -std=c++17 -fexceptions -fvisibility=hidden -fvisibility-inlines-hidden
@@ -68,7 +68,7 @@ function(add_macos_library output)
   cmake_path(GET output PARENT_PATH output_dir)
   add_custom_command(OUTPUT "${output}"
     COMMAND "${CMAKE_COMMAND}" -E make_directory "${output_dir}"
-    COMMAND "$<TARGET_FILE:macho_ld>" -o "${output}" -symbols "${library_SYMBOLS}" -macosx_version_min 10.4 ${library_LINK} ${objects}
+    COMMAND "$<TARGET_FILE:macho_ld>" -o "${output}" -symbols "${library_SYMBOLS}" ${library_LINK} ${objects}
     DEPENDS macho_ld "${library_SYMBOLS}" ${objects}
     COMMENT "Linking ${name}" VERBATIM)
 endfunction()

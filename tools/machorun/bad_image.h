@@ -5,13 +5,21 @@
 #include <stdexcept>
 #include <string>
 
-namespace machorun
-{
+namespace machorun {
 
-class BadImage : public std::runtime_error
+// One line of plain text, whatever a name out of a damaged file has in it.
+inline std::string Printable(std::string text)
 {
-  public:
-    using std::runtime_error::runtime_error;
+    for (char &letter : text) {
+        if (letter < ' ' || letter > '~')
+            letter = '?';
+    }
+    return text;
+}
+
+class BadImage : public std::runtime_error {
+public:
+    explicit BadImage(const std::string &text) : std::runtime_error(Printable(text)) {}
 };
 
 inline std::string Hex(uint32_t value)

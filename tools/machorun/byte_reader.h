@@ -7,12 +7,10 @@
 #include <cstring>
 #include <string>
 
-namespace machorun
-{
+namespace machorun {
 
-class ByteReader
-{
-  public:
+class ByteReader {
+public:
     // `what` names the bytes in errors and must outlive the reader.
     ByteReader(const uint8_t *bytes, uint32_t size, const char *what) : bytes_(bytes), size_(size), what_(what) {}
 
@@ -95,7 +93,7 @@ class ByteReader
         return static_cast<int32_t>(value);
     }
 
-  private:
+private:
     const uint8_t *take(uint32_t count)
     {
         if (count > size_ - position_) {

@@ -1,12 +1,13 @@
 #include "tools/machorun/fixups.h"
 
-namespace machorun
-{
+namespace machorun {
 
-namespace
-{
+namespace {
 
-uint32_t asWord(const void *address) { return reinterpret_cast<uint32_t>(address); }
+uint32_t asWord(const void *address)
+{
+    return reinterpret_cast<uint32_t>(address);
+}
 
 const Symbol &symbolAt(const ImageFile &file, uint32_t index)
 {

@@ -1,17 +1,14 @@
 #include "tools/machorun/fixups.h"
 
-namespace machorun
-{
+namespace machorun {
 
-namespace
-{
+namespace {
 
 constexpr uint32_t kPointerSize = 4;
 
 // The place that a stream of operations moves along.
-class Cursor
-{
-  public:
+class Cursor {
+public:
     Cursor(const ImageFile &file, const MappedImage &image) : file_(file), image_(image) {}
 
     void setSegment(uint32_t index, uint32_t offset)
@@ -42,7 +39,7 @@ class Cursor
         return image_.fixupSlot(address_);
     }
 
-  private:
+private:
     const ImageFile &file_;
     const MappedImage &image_;
     uint32_t address_ = 0;

@@ -1,16 +1,13 @@
 #include "tools/machorun/exceptions.h"
 
-#include <cstring>
 #include <objc/runtime.h>
 
 extern "C" _Unwind_Reason_Code __gxx_personality_v0(int, _Unwind_Action, uint64_t, _Unwind_Exception *,
                                                     _Unwind_Context *);
 
-namespace machorun
-{
+namespace machorun {
 
-namespace
-{
+namespace {
 
 thread_local TryRecord *innermost;
 
@@ -24,12 +21,20 @@ struct ObjectiveCException {
 
 constexpr int kFramePointer = 5; // ebp's number for the unwinder
 
-// Whether the innermost open @try belongs to the function whose turn it is. Every function of an image keeps a frame
-// pointer, and its record of the @try lies between the stack pointer at its call and that.
-bool opensInnermostTry(_Unwind_Context *context)
+// Whether the innermost open @try belongs to the function whose frame is given. Every function of an image keeps a
+// frame pointer, and its record of the @try lies between the stack pointer at its call and that.
+bool opensInnermostTry(uintptr_t stackPointer, uintptr_t framePointer)
 {
     auto record = reinterpret_cast<uintptr_t>(innermost);
-    return record && record >= _Unwind_GetCFA(context) && record < _Unwind_GetGR(context, kFramePointer);
+    return record && record >= stackPointer && record < framePointer;
+}
+
+[[noreturn]] void jumpToInnermostTry(id exception)
+{
+    TryRecord *record = innermost;
+    innermost = record->outer;
+    record->exception = exception;
+    machorun_longjmp(record->registers, 1);
 }
 
 } // namespace
@@ -41,9 +46,15 @@ void TryEnter(TryRecord *record)
     innermost = record;
 }
 
-void TryExit(TryRecord *record) { innermost = record->outer; }
+void TryExit(TryRecord *record)
+{
+    innermost = record->outer;
+}
 
-id ExceptionOf(TryRecord *record) { return record->exception; }
+id ExceptionOf(TryRecord *record)
+{
+    return record->exception;
+}
 
 int ExceptionMatches(Class wanted, id exception)
 {
@@ -55,6 +66,16 @@ int ExceptionMatches(Class wanted, id exception)
     return 0;
 }
 
+// A function that calls nothing else inside @try gets no personality from the compiler, so its own @throw is delivered
+// here. Any other one takes the way of the unwinder, past the frames and handlers of this process.
+void Throw(id exception)
+{
+    auto *frame = static_cast<uintptr_t *>(__builtin_frame_address(0)); // the caller's frame pointer, then the return
+    if (opensInnermostTry(reinterpret_cast<uintptr_t>(frame + 2), frame[0]))
+        jumpToInnermostTry(exception);
+    @throw exception;
+}
+
 _Unwind_Reason_Code Personality(int version, _Unwind_Action actions, uint64_t exceptionClass,
                                 _Unwind_Exception *exception, _Unwind_Context *context)
 {
@@ -63,17 +84,14 @@ _Unwind_Reason_Code Personality(int version, _Unwind_Action actions, uint64_t ex
                    ? __gxx_personality_v0(version, actions, exceptionClass, exception, context)
                    : _URC_CONTINUE_UNWIND;
     }
-    if (!opensInnermostTry(context)) {
+    if (!opensInnermostTry(_Unwind_GetCFA(context), _Unwind_GetGR(context, kFramePointer)))
         return _URC_CONTINUE_UNWIND;
-    }
     if (actions & _UA_SEARCH_PHASE) {
         return _URC_HANDLER_FOUND;
     }
-    TryRecord *record = innermost;
-    innermost = record->outer;
-    record->exception = reinterpret_cast<ObjectiveCException *>(exception)->object;
+    id object = reinterpret_cast<ObjectiveCException *>(exception)->object;
     _Unwind_DeleteException(exception);
-    machorun_longjmp(record->registers, 1);
+    jumpToInnermostTry(object);
 }
 
 } // namespace machorun

@@ -5,8 +5,7 @@
 #include "tools/machorun/imports.h"
 #include "tools/machorun/mapped_image.h"
 
-namespace machorun
-{
+namespace machorun {
 
 void ApplyClassicFixups(const ImageFile &file, const MappedImage &image, const Imports &imports);
 void ApplyCompressedFixups(const ImageFile &file, const MappedImage &image, const Imports &imports);

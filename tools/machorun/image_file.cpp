@@ -2,15 +2,13 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdio>
 #include <cstring>
-#include <fstream>
-#include <iterator>
+#include <memory>
 
-namespace machorun
-{
+namespace machorun {
 
-namespace
-{
+namespace {
 
 constexpr uint32_t kPageSize = 4096;
 // Far above any plug-in: a damaged size must not eat the address space of the process.
@@ -18,19 +16,23 @@ constexpr uint32_t kLargestImage = 64 << 20;
 
 std::vector<uint8_t> contentsOf(const std::string &path)
 {
-    std::ifstream stream(path, std::ios::binary);
-    if (!stream) {
+    std::unique_ptr<FILE, int (*)(FILE *)> file(std::fopen(path.c_str(), "rb"), std::fclose);
+    if (!file)
         throw BadImage(std::string("cannot be opened: ") + std::strerror(errno));
-    }
-    std::vector<uint8_t> contents((std::istreambuf_iterator<char>(stream)), std::istreambuf_iterator<char>());
-    if (stream.bad()) {
+    std::vector<uint8_t> contents;
+    uint8_t buffer[65536];
+    while (size_t count = std::fread(buffer, 1, sizeof buffer, file.get()))
+        contents.insert(contents.end(), buffer, buffer + count);
+    if (std::ferror(file.get()))
         throw BadImage(std::string("cannot be read: ") + std::strerror(errno));
-    }
     return contents;
 }
 
 // Segment and section names fill their sixteen bytes when they are that long.
-std::string fixedName(const char (&name)[16]) { return std::string(name, strnlen(name, sizeof name)); }
+std::string fixedName(const char (&name)[16])
+{
+    return std::string(name, strnlen(name, sizeof name));
+}
 
 bool lies(uint32_t start, uint32_t size, uint32_t outerStart, uint32_t outerSize)
 {
@@ -39,9 +41,15 @@ bool lies(uint32_t start, uint32_t size, uint32_t outerStart, uint32_t outerSize
 
 } // namespace
 
-ImageFile::ImageFile(const std::string &path) : contents_(contentsOf(path)) { parse(); }
+ImageFile::ImageFile(const std::string &path) : contents_(contentsOf(path))
+{
+    parse();
+}
 
-ImageFile::ImageFile(const uint8_t *bytes, size_t size) : contents_(bytes, bytes + size) { parse(); }
+ImageFile::ImageFile(const uint8_t *bytes, size_t size) : contents_(bytes, bytes + size)
+{
+    parse();
+}
 
 void ImageFile::parse()
 {
@@ -88,6 +96,8 @@ void ImageFile::parse()
         case LC_DYLD_INFO_ONLY:
             parseCompressed(command.read<dyld_info_command>());
             break;
+        case LC_LOAD_WEAK_DYLIB:
+            break; // the import table knows every symbol by its name, whatever library it is said to be in
         default:
             if (cmd & LC_REQ_DYLD) {
                 throw BadImage("has a load command that must be understood and is not: " + Hex(cmd));
@@ -120,8 +130,8 @@ void ImageFile::parseSegment(ByteReader &command)
     }
     for (uint32_t index = 0; index < raw.nsects; index++) {
         auto record = command.read<section>();
-        Section part{segment.name,           fixedName(record.sectname), record.addr, record.size,
-                     record.flags & 0xff, record.reserved1};
+        Section part{segment.name, fixedName(record.sectname), record.addr,
+                     record.size,  record.flags & 0xff,        record.reserved1};
         if (!lies(part.address, part.size, segment.address, segment.size)) {
             throw BadImage("has a section outside its segment: " + part.segment + "," + part.name);
         }

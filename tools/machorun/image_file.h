@@ -9,8 +9,7 @@
 #include <string>
 #include <vector>
 
-namespace machorun
-{
+namespace machorun {
 
 struct Segment {
     std::string name;
@@ -45,9 +44,8 @@ struct CompressedFixups {
     FileRange rebase, bind, lazyBind, exports;
 };
 
-class ImageFile
-{
-  public:
+class ImageFile {
+public:
     // Throws BadImage.
     explicit ImageFile(const std::string &path);
     ImageFile(const uint8_t *bytes, size_t size);
@@ -68,7 +66,7 @@ class ImageFile
         return ByteReader(contents_.data() + range.offset, range.size, what);
     }
 
-  private:
+private:
     void parse();
     void parseSegment(ByteReader &command);
     void parseSymbols(const symtab_command &table);

@@ -9,7 +9,6 @@
 #include <CoreServices/CoreServices.h>
 #include <CoreText/CoreText.h>
 #include <Foundation/Foundation.h>
-#include <objc/objc-exception.h>
 #include <objc/objc-sync.h>
 #include <objc/runtime.h>
 
@@ -31,11 +30,9 @@ extern const char _ZTVN10__cxxabiv121__vmi_class_type_infoE[];
 extern const char _ZTIi[];
 }
 
-namespace machorun
-{
+namespace machorun {
 
-namespace
-{
+namespace {
 
 struct Row {
     const char *symbol;
@@ -66,13 +63,13 @@ const Row rows[] = {
     {"_objc_exception_try_enter",       (const void *)&TryEnter},
     {"_objc_exception_try_exit",        (const void *)&TryExit},
     {"_objc_exception_extract",         (const void *)&ExceptionOf},
+    {"_objc_exception_throw",           (const void *)&Throw},
     {"_objc_exception_match",           (const void *)&ExceptionMatches},
     {"__setjmp",                        (const void *)&machorun_setjmp},
     {"___gxx_personality_v0",           (const void *)&Personality},
     {"___CFConstantStringClassReference", &constantStringClass},
 
     // The Objective-C runtime.
-    SAME(objc_exception_throw),
     SAME(objc_sync_enter),
     SAME(objc_sync_exit),
     SAME(objc_getClass),

@@ -4,15 +4,15 @@
 
 #include <algorithm>
 
-namespace machorun
-{
+namespace machorun {
 
 const void *Imports::addressOf(const std::string &symbol, bool isWeak) const
 {
     bool isAbsent = std::find(absent_.begin(), absent_.end(), symbol) != absent_.end();
     const void *address = isAbsent ? nullptr : FindImport(symbol);
     if (!address && !isWeak) {
-        throw BadImage("imports " + symbol + (isAbsent ? ", which is absent" : ", which the import table does not have"));
+        throw BadImage("imports " + symbol +
+                       (isAbsent ? ", which is absent" : ", which the import table does not have"));
     }
     return address;
 }

@@ -4,22 +4,20 @@
 #include <string>
 #include <vector>
 
-namespace machorun
-{
+namespace machorun {
 
 // The implementation of a symbol, by its name in the file (with the leading underscore); null when the table in
 // import_table.mm has no row for it.
 const void *FindImport(const std::string &symbol);
 
-class Imports
-{
-  public:
+class Imports {
+public:
     explicit Imports(std::vector<std::string> absent) : absent_(std::move(absent)) {}
 
     // Null for a weak import that is absent; throws BadImage, naming the symbol, for a strong one.
     const void *addressOf(const std::string &symbol, bool isWeak) const;
 
-  private:
+private:
     std::vector<std::string> absent_;
 };
 

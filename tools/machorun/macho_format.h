@@ -3,10 +3,11 @@
 
 #include <cstdint>
 
-namespace machorun
-{
+namespace machorun {
 
 constexpr uint32_t MH_MAGIC = 0xfeedface;
+constexpr uint32_t MH_CIGAM = 0xcefaedfe; // of the other byte order: for PowerPC
+constexpr uint32_t MH_MAGIC_64 = 0xfeedfacf;
 constexpr uint32_t FAT_CIGAM = 0xbebafeca; // a universal file, read on a little-endian machine
 constexpr uint32_t CPU_TYPE_I386 = 7;
 constexpr uint32_t MH_DYLIB = 6;
@@ -20,6 +21,7 @@ constexpr uint32_t LC_REQ_DYLD = 0x80000000;
 constexpr uint32_t LC_SEGMENT = 0x1;
 constexpr uint32_t LC_SYMTAB = 0x2;
 constexpr uint32_t LC_DYSYMTAB = 0xb;
+constexpr uint32_t LC_LOAD_WEAK_DYLIB = 0x18 | LC_REQ_DYLD;
 constexpr uint32_t LC_DYLD_INFO = 0x22;
 constexpr uint32_t LC_DYLD_INFO_ONLY = 0x22 | LC_REQ_DYLD;
 

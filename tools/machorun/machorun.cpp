@@ -9,11 +9,9 @@
 #include <memory>
 #include <sys/stat.h>
 
-namespace machorun
-{
+namespace machorun {
 
-namespace
-{
+namespace {
 
 // Which of a file's two encodings is taken.
 Fixups chosenFixups(const ImageFile &file, Fixups wanted)
@@ -30,9 +28,8 @@ Fixups chosenFixups(const ImageFile &file, Fixups wanted)
     return wanted;
 }
 
-class Library
-{
-  public:
+class Library {
+public:
     Library(const std::string &path, const Options &options)
         : path_(path), file_(path), fixups_(chosenFixups(file_, options.fixups)), image_(file_)
     {
@@ -46,7 +43,7 @@ class Library
     {
         image_.protect();
         RegisterMethodsOf(image_);
-        RegisterUnwindTables(file_, image_);
+        RegisterUnwindTables(TranslatedUnwindTables(file_, image_));
         DefineClasses(file_, image_);
         FixObjectiveCReferences(file_, image_);
         runInitializers();
@@ -60,7 +57,7 @@ class Library
         return find(file_, image_, symbol);
     }
 
-  private:
+private:
     void runInitializers() const
     {
         // What a system hands them: as for main, and its own variables.
@@ -138,7 +135,7 @@ bool optionsFromEnvironment(Options &options, std::string &error)
 
 void *Load(const std::string &path, std::string &error, const Options &options)
 {
-    struct stat status{};
+    struct stat status {};
     bool exists = stat(path.c_str(), &status) == 0;
     for (const LoadedLibrary &loaded : loadedLibraries()) {
         if (exists && loaded.device == status.st_dev && loaded.inode == status.st_ino) {
@@ -175,9 +172,8 @@ void *FindExport(void *library, const char *name, std::string &error)
 void *LoadPlugin(const char *path, std::string &error)
 {
     Options options;
-    if (!optionsFromEnvironment(options, error)) {
+    if (!optionsFromEnvironment(options, error))
         return nullptr;
-    }
     void *library = Load(path, error, options);
     return library ? FindExport(library, "REALPluginMain", error) : nullptr;
 }

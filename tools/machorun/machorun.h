@@ -5,11 +5,10 @@
 #include <string>
 #include <vector>
 
-namespace machorun
-{
+namespace machorun {
 
-// A library tells the same fix-ups twice: as relocation entries, which every system reads, and as compressed operations,
-// which 10.6 and later prefer. `Preferred` takes the compressed ones when the file has them.
+// A library tells the same fix-ups twice: as relocation entries, which every system reads, and as compressed
+// operations, which 10.6 and later prefer. `Preferred` takes the compressed ones when the file has them.
 enum class Fixups { Preferred, Classic, Compressed };
 
 struct Options {
@@ -27,8 +26,8 @@ void *Load(const std::string &path, std::string &error, const Options &options =
 // The address of an exported function or variable, by its C name. Null with one line in `error` when there is none.
 void *FindExport(void *library, const char *name, std::string &error);
 
-// For the embedded host: loads a plug-in and answers its REALPluginMain. The options come from the environment:
-// MACHORUN_FIXUPS is `classic` or `compressed`, MACHORUN_ABSENT a list of symbols with colons between them.
+// For a host: loads a plug-in and answers its REALPluginMain. The options come from the environment: MACHORUN_FIXUPS is
+// `classic` or `compressed`, MACHORUN_ABSENT a list of symbols with colons between them.
 void *LoadPlugin(const char *path, std::string &error);
 
 } // namespace machorun

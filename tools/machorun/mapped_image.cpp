@@ -4,8 +4,7 @@
 #include <cstring>
 #include <sys/mman.h>
 
-namespace machorun
-{
+namespace machorun {
 
 MappedImage::MappedImage(const ImageFile &file) : file_(file)
 {
@@ -23,7 +22,10 @@ MappedImage::MappedImage(const ImageFile &file) : file_(file)
     }
 }
 
-MappedImage::~MappedImage() { munmap(base_, size_); }
+MappedImage::~MappedImage()
+{
+    munmap(base_, size_);
+}
 
 void MappedImage::protect() const
 {

@@ -5,12 +5,10 @@
 
 #include <cstdint>
 
-namespace machorun
-{
+namespace machorun {
 
-class MappedImage
-{
-  public:
+class MappedImage {
+public:
     // Maps every segment writable, wherever there is room; protect() gives them the rights that the file asks for.
     explicit MappedImage(const ImageFile &file);
     // Only for an image that nothing in the process knows of yet: Objective-C code cannot be taken away.
@@ -56,7 +54,7 @@ class MappedImage
     }
     const char *textAt(uint32_t address, const char *what) const;
 
-  private:
+private:
     static void *asPointer(uint32_t address) { return reinterpret_cast<void *>(address); }
 
     const ImageFile &file_;

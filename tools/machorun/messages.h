@@ -4,8 +4,7 @@
 
 #include <cstdint>
 
-namespace machorun
-{
+namespace machorun {
 
 class MappedImage;
 

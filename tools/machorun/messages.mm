@@ -10,11 +10,9 @@
 #include <unordered_map>
 #include <vector>
 
-namespace machorun
-{
+namespace machorun {
 
-namespace
-{
+namespace {
 
 // What messages.S needs to know of a method, in the two registers that carry a 64-bit result (eax and edx).
 struct Target {

@@ -5,11 +5,9 @@
 
 #include <algorithm>
 
-namespace machorun
-{
+namespace machorun {
 
-namespace
-{
+namespace {
 
 // Records of the 32-bit macOS runtime. Pointers are kept as numbers: each is checked before it is followed.
 struct FragileModule {
@@ -23,7 +21,8 @@ struct FragileSymbols {
 };
 
 struct FragileClass {
-    uint32_t isa, superclass, name, version, info, instanceSize, ivars, methods, cache, protocols, ivarLayout, extension;
+    uint32_t isa, superclass, name, version, info, instanceSize, ivars, methods, cache, protocols, ivarLayout,
+        extension;
 };
 static_assert(sizeof(FragileClass) == 48);
 
@@ -44,7 +43,10 @@ struct FragileIvar {
     uint32_t name, type, offset;
 };
 
-uint32_t asWord(const void *address) { return reinterpret_cast<uint32_t>(address); }
+uint32_t asWord(const void *address)
+{
+    return reinterpret_cast<uint32_t>(address);
+}
 
 // A list is a record that carries the number of its items in its last word, and the items behind it.
 template <class Header, class Item>
@@ -53,7 +55,10 @@ Item *itemsAfter(const MappedImage &image, uint32_t address, uint32_t count, con
     return image.recordsAt<Item>(address + sizeof(Header), count, what);
 }
 
-void addMethods(const MappedImage &image, Class target, uint32_t list)
+// `add` is class_addMethod for a class in the making, and class_replaceMethod for one that is in use: a category's
+// method takes the place of the class's own.
+template <class Add>
+void addMethods(const MappedImage &image, Class target, uint32_t list, Add add)
 {
     if (!list) {
         return;
@@ -70,7 +75,7 @@ void addMethods(const MappedImage &image, Class target, uint32_t list)
         if (class_isMetaClass(target) && strcmp(name, "load") == 0) {
             throw BadImage("has a +load method, and nothing here would call it");
         }
-        class_replaceMethod(target, sel_registerName(name), reinterpret_cast<IMP>(methods[index].implementation), types);
+        add(target, sel_registerName(name), reinterpret_cast<IMP>(methods[index].implementation), types);
     }
 }
 
@@ -108,8 +113,8 @@ bool defineClass(const MappedImage &image, FragileClass &record)
     }
     auto *meta = image.recordsAt<FragileClass>(record.isa, 1, "a metaclass");
     reserveIvars(image, made, superclass, record);
-    addMethods(image, made, record.methods);
-    addMethods(image, object_getClass(made), meta->methods);
+    addMethods(image, made, record.methods, class_addMethod);
+    addMethods(image, object_getClass(made), meta->methods, class_addMethod);
     objc_registerClassPair(made);
     // Code that sends to super reads the superclass out of the image's own records.
     record.superclass = asWord(superclass);
@@ -149,8 +154,8 @@ void defineModule(const MappedImage &image, const FragileModule &module)
         if (!extended) {
             throw BadImage(std::string("adds to the class ") + className + ", which this process does not have");
         }
-        addMethods(image, extended, category->instanceMethods);
-        addMethods(image, object_getClass(extended), category->classMethods);
+        addMethods(image, extended, category->instanceMethods, class_replaceMethod);
+        addMethods(image, object_getClass(extended), category->classMethods, class_replaceMethod);
     }
 }
 

@@ -3,11 +3,9 @@
 #import <Foundation/Foundation.h>
 #include <objc/runtime.h>
 
-namespace machorun
-{
+namespace machorun {
 
-namespace
-{
+namespace {
 
 template <class Record, class Fix>
 void forEachRecord(const ImageFile &file, const MappedImage &image, const char *segment, const char *name, Fix fix)
@@ -101,9 +99,8 @@ void FixObjectiveCReferences(const ImageFile &file, const MappedImage &image)
         reference = reinterpret_cast<uint32_t>(found);
     });
     Class stringClass = [NSConstantString class];
-    forEachRecord<CFConstantString>(file, image, "__DATA", "__cfstring", [&](CFConstantString &string) {
-        fixConstantString(image, string, stringClass);
-    });
+    forEachRecord<CFConstantString>(file, image, "__DATA", "__cfstring",
+                                    [&](CFConstantString &string) { fixConstantString(image, string, stringClass); });
     [pool release];
 }
 

@@ -4,8 +4,7 @@
 
 #include "tools/machorun/mapped_image.h"
 
-namespace machorun
-{
+namespace machorun {
 
 // Makes the classes and categories that the image defines.
 void DefineClasses(const ImageFile &file, const MappedImage &image);

@@ -5,11 +5,9 @@
 
 extern "C" void __register_frame(void *table);
 
-namespace machorun
-{
+namespace machorun {
 
-namespace
-{
+namespace {
 
 // DWARF's pointer encodings. macOS relates every address to its own place; the upper bit asks for one more indirection.
 constexpr uint8_t DW_EH_PE_absptr = 0x00;
@@ -44,7 +42,10 @@ enum CallFrameOpcode : uint8_t {
 };
 
 // The tables of i386 macOS call ebp 4 and esp 5; everybody else has them the other way round.
-uint8_t translatedRegister(uint8_t number) { return number == 4 ? 5 : number == 5 ? 4 : number; }
+uint8_t translatedRegister(uint8_t number)
+{
+    return number == 4 ? 5 : number == 5 ? 4 : number;
+}
 
 // A common record describes how the function records that name it are written.
 struct CommonRecord {
@@ -52,18 +53,17 @@ struct CommonRecord {
     bool hasLanguageData = false;
 };
 
-class TableCopy
-{
-  public:
+class TableCopy {
+public:
     TableCopy(const MappedImage &image, const Section &section)
         : image_(image), original_(image.startOf(section)), size_(section.size),
           // Four zero bytes end a table; the original may have none, since its section's size ends it.
           copy_(new uint8_t[section.size + 4]()), reader_(original_, size_, "unwind tables")
     {
-        std::memcpy(copy_, original_, size_);
+        std::memcpy(copy_.get(), original_, size_);
     }
 
-    uint8_t *translate()
+    void translate()
     {
         while (!reader_.atEnd()) {
             uint32_t start = reader_.position();
@@ -82,10 +82,11 @@ class TableCopy
             }
             translateInstructions(end);
         }
-        return copy_;
     }
 
-  private:
+    std::unique_ptr<uint8_t[]> take() { return std::move(copy_); }
+
+private:
     void translateCommonRecord(uint32_t start)
     {
         CommonRecord record;
@@ -144,8 +145,8 @@ class TableCopy
         }
         uint32_t target = reinterpret_cast<uint32_t>(original_ + position) + relative;
         require(image_.contains(reinterpret_cast<const void *>(target)), "pointer");
-        uint32_t moved = target - reinterpret_cast<uint32_t>(copy_ + position);
-        std::memcpy(copy_ + position, &moved, sizeof moved);
+        uint32_t moved = target - reinterpret_cast<uint32_t>(&copy_[position]);
+        std::memcpy(&copy_[position], &moved, sizeof moved);
         return target;
     }
 
@@ -238,19 +239,27 @@ class TableCopy
     const MappedImage &image_;
     const uint8_t *original_;
     uint32_t size_;
-    uint8_t *copy_; // the unwinder reads it until the process ends
+    std::unique_ptr<uint8_t[]> copy_;
     ByteReader reader_;
     std::map<uint32_t, CommonRecord> commonRecords_;
 };
 
 } // namespace
 
-void RegisterUnwindTables(const ImageFile &file, const MappedImage &image)
+std::unique_ptr<uint8_t[]> TranslatedUnwindTables(const ImageFile &file, const MappedImage &image)
 {
     const Section *section = file.findSection("__TEXT", "__eh_frame");
-    if (section && section->size) {
-        __register_frame(TableCopy(image, *section).translate());
-    }
+    if (!section || !section->size)
+        return nullptr;
+    TableCopy copy(image, *section);
+    copy.translate();
+    return copy.take();
+}
+
+void RegisterUnwindTables(std::unique_ptr<uint8_t[]> tables)
+{
+    if (tables)
+        __register_frame(tables.release());
 }
 
 } // namespace machorun

@@ -70,6 +70,7 @@ OSErr FSpMakeFSRef(const FSSpec *source, FSRef *newRef);
 CF_EXTERN_C_END
 
 #ifdef __cplusplus
-static_assert(sizeof(FSRef) == 80 && sizeof(FSSpec) == 70 && sizeof(HFSUniStr255) == 512 && sizeof(FSCatalogInfo) == 144,
+static_assert(sizeof(FSRef) == 80 && sizeof(FSSpec) == 70 && sizeof(HFSUniStr255) == 512 &&
+                  sizeof(FSCatalogInfo) == 144,
               "records of the File Manager");
 #endif

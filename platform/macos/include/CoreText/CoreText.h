@@ -1,7 +1,7 @@
 // Core Text is public since 10.5, so every function of it is imported weakly: on 10.4 all of them are null. They come
 // from ApplicationServices, which 10.4 has too and which hands on Core Text's symbols wherever that is: inside
-// ApplicationServices until 10.7, a framework of its own since 10.8. Naming CoreText.framework as the library would keep
-// the plug-in from loading on the systems that have no such folder.
+// ApplicationServices until 10.7, a framework of its own since 10.8. Naming CoreText.framework as the library would
+// keep the plug-in from loading on the systems that have no such folder.
 #pragma once
 
 #include <CoreFoundation/CoreFoundation.h>

@@ -11,7 +11,7 @@ typedef signed char BOOL;
 typedef struct objc_class *Class;
 typedef struct objc_object {
     Class isa;
-} *id;
+} * id;
 typedef struct objc_selector *SEL;
 typedef id (*IMP)(id, SEL, ...);
 
