@@ -128,9 +128,9 @@ void Maker::writeLocalPointers()
 void Maker::writeImageInfo()
 {
     const OutputSection *section = layout.find("__OBJC", "__image_info");
-    if (!section || section->size < ImageInfo::size || section->isZeroFill())
+    if (!section || section->isZeroFill())
         return;
-    ImageInfo info = mergeImageInfo(objects);
+    ImageInfo info = mergeImageInfo(objects); // which has checked that there are eight bytes
     store32(&contents.image[section->fileOffset], info.version);
     store32(&contents.image[section->fileOffset + 4], info.flags);
 }

@@ -18,11 +18,14 @@ public:
     void settle(const Relocation &relocation);
 
 private:
+    // What the loader must not change, be it code or constants beside it.
+    bool isCode() const { return section.segment == "__TEXT"; }
     uint32_t addressOf(const Place &place) const { return addresses.of(place, where); }
     void settleDifference(const Relocation &relocation);
     void settleInside(const Relocation &relocation, const Place &target);
     void settleSymbol(const Relocation &relocation);
-    void refuseInCode(std::string_view symbol) const;
+    std::string_view nameAt(const Place &place) const;
+    [[noreturn]] void refuseInCode(std::string_view symbol) const;
 
     const SectionCopy &copy;
     const ObjectFile &object;
@@ -69,7 +72,8 @@ void Settler::settleInside(const Relocation &relocation, const Place &target)
         store32(word, load32(word) + moved - (newAddress - oldAddress));
         return;
     }
-    refuseInCode({});
+    if (isCode())
+        refuseInCode(nameAt(target));
     store32(word, load32(word) + moved);
     fixups.rebases.push_back(newAddress);
 }
@@ -85,7 +89,8 @@ void Settler::settleSymbol(const Relocation &relocation)
         store32(word, load32(word) + address - (newAddress - oldAddress));
         return;
     }
-    refuseInCode(symbol.name);
+    if (isCode())
+        refuseInCode(symbol.name);
     if (imported) {
         fixups.binds.push_back({newAddress, target.import, static_cast<int32_t>(load32(word))});
     } else {
@@ -94,10 +99,23 @@ void Settler::settleSymbol(const Relocation &relocation)
     }
 }
 
+// The symbol that a place of this object is for, or nothing.
+std::string_view Settler::nameAt(const Place &place) const
+{
+    const Section &target = object.sections[place.section];
+    if (target.isIndirection() && target.contains(place.address)) {
+        uint32_t entry = (place.address - target.address) / target.entrySize();
+        uint32_t index = object.indirectSymbols[target.firstIndirect + entry];
+        return index < object.symbols.size() ? object.symbols[index].name : std::string_view{};
+    }
+    for (const Symbol &symbol : object.symbols)
+        if (symbol.isInSection() && symbol.section == place.section + 1 && symbol.value == place.address)
+            return symbol.name;
+    return {};
+}
+
 void Settler::refuseInCode(std::string_view symbol) const
 {
-    if (section.segment != "__TEXT")
-        return;
     fail(where, ": a text relocation would be needed", symbol.empty() ? "" : " for symbol " + printable(symbol),
          ": compile with -fPIC, and keep addresses out of __TEXT");
 }

@@ -1,0 +1,172 @@
+#include "tests/tools/macho/compiled_object.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <iterator>
+
+#include <sys/wait.h>
+
+namespace macho::test {
+
+const char usualImports[] = "library /usr/lib/libfirst.dylib 2.0 1.0\n"
+                            "_call\n"
+                            "_number\n"
+                            "_perhaps weak\n"
+                            "library /usr/lib/libc++rt.dylib 7.4 7.0\n"
+                            "___gxx_personality_v0\n"
+                            "___cxa_begin_catch\n"
+                            "___cxa_end_catch\n"
+                            "__Unwind_Resume\n"
+                            "__ZSt9terminatev\n"
+                            "__ZTIi\n"
+                            "___cxa_atexit\n"
+                            "library /usr/lib/liboptional.dylib 1.0 1.0\n"
+                            "_optional weak\n"
+                            "library /usr/lib/libobjc.A.dylib 1.0 1.0\n"
+                            ".objc_class_name_NSObject\n"
+                            "_objc_msgSend\n"
+                            "_objc_msgSendSuper\n"
+                            "___CFConstantStringClassReference\n";
+
+namespace {
+
+[[noreturn]] void giveUp(const std::string &message)
+{
+    std::cerr << message << std::endl;
+    std::abort();
+}
+
+struct TemporaryFolder {
+    TemporaryFolder()
+    {
+        std::string pattern = (std::filesystem::temp_directory_path() / "macho-test-XXXXXX").string();
+        if (!mkdtemp(pattern.data()))
+            giveUp("no temporary folder");
+        path = pattern;
+    }
+    ~TemporaryFolder() { std::filesystem::remove_all(path); }
+    std::string path;
+};
+
+struct LanguageNames {
+    const char *option, *flags;
+};
+
+LanguageNames namesOf(Language language)
+{
+    switch (language) {
+    case Language::C:
+        return {"c", ""};
+    case Language::Cpp:
+        return {"c++", "-std=c++17 -stdlib=libc++ -fexceptions"};
+    case Language::ObjectiveC:
+        return {"objective-c", "-fobjc-runtime=macosx-fragile-10.4"};
+    case Language::ObjectiveCpp:
+        return {"objective-c++", "-std=c++17 -stdlib=libc++ -fexceptions -fobjc-exceptions "
+                                 "-fobjc-runtime=macosx-fragile-10.4"};
+    case Language::Assembler:
+        return {"assembler", "-Wno-unused-command-line-argument -Wa,--no-warn"};
+    }
+    std::abort();
+}
+
+} // namespace
+
+const std::string &temporaryFolder()
+{
+    static TemporaryFolder folder;
+    return folder.path;
+}
+
+void writeText(const std::string &path, std::string_view text)
+{
+    std::ofstream(path, std::ios::binary).write(text.data(), static_cast<std::streamsize>(text.size()));
+}
+
+Bytes readBytes(const std::string &path)
+{
+    std::ifstream file(path, std::ios::binary);
+    return Bytes(std::istreambuf_iterator<char>(file), {});
+}
+
+Outcome runCommand(const std::string &command)
+{
+    std::string out = temporaryFolder() + "/stdout", err = temporaryFolder() + "/stderr";
+    int status = std::system(("(" + command + ") >" + out + " 2>" + err).c_str());
+    auto text = [](const std::string &path) {
+        Bytes bytes = readBytes(path);
+        return std::string(bytes.begin(), bytes.end());
+    };
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, text(out), text(err)};
+}
+
+Bytes compile(Language language, std::string_view source, const std::string &flags)
+{
+    std::string input = temporaryFolder() + "/source", output = temporaryFolder() + "/object.o";
+    writeText(input, source);
+    LanguageNames names = namesOf(language);
+    Outcome run = runCommand(std::string(CLANG_FOR_MACOS " -target i386-apple-macosx10.4 -fPIC -fvisibility=hidden ") +
+                             "-fno-stack-protector -w " + names.flags + " " + flags + " -x " + names.option + " -c " +
+                             input + " -o " + output);
+    if (run.status != 0)
+        giveUp("the compiler: " + run.err);
+    return readBytes(output);
+}
+
+ObjectFile object(const std::string &name, Bytes bytes)
+{
+    auto parsed = parseObject(name, std::move(bytes));
+    if (!parsed)
+        giveUp("unexpected: " + parsed.error().message);
+    return std::move(parsed.value());
+}
+
+ObjectFile object(const std::string &name, Language language, std::string_view source, const std::string &flags)
+{
+    return object(name, compile(language, source, flags));
+}
+
+ImportTable importTable(std::string_view text)
+{
+    auto table = parseImportTable("imports", text);
+    if (!table)
+        giveUp("unexpected: " + table.error().message);
+    return std::move(table.value());
+}
+
+DylibFile linked(const std::vector<ObjectFile> &objects, const std::vector<std::string> &exports, LinkOptions options,
+                 std::string_view imports)
+{
+    options.exports = exports;
+    options.installName = "@executable_path/test.dylib";
+    auto library = link(objects, importTable(imports), options);
+    if (!library)
+        giveUp("unexpected: " + library.error().message);
+    auto dylib = parseDylib("test.dylib", std::move(library.value().bytes));
+    if (!dylib)
+        giveUp("unexpected: " + dylib.error().message);
+    return std::move(dylib.value());
+}
+
+std::string linkError(const std::vector<ObjectFile> &objects, const std::vector<std::string> &exports,
+                      LinkOptions options, std::string_view imports)
+{
+    options.exports = exports;
+    auto library = link(objects, importTable(imports), options);
+    if (library)
+        giveUp("the link was to fail");
+    return library.error().message;
+}
+
+uint32_t addressOf(const DylibFile &dylib, const std::string &name)
+{
+    for (const DylibSymbol &symbol : dylib.symbols)
+        if (symbol.name == name && !symbol.isImport())
+            return symbol.value;
+    giveUp("no symbol " + name);
+}
+
+} // namespace macho::test

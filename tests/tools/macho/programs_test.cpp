@@ -1,0 +1,248 @@
+// The two programs as a build calls them: exit status, what they print, what they leave behind.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "tests/tools/macho/compiled_object.h"
+
+namespace macho::test {
+namespace {
+
+class Programs : public testing::Test {
+protected:
+    Programs()
+    {
+        Bytes bytes =
+            compile(Language::C, "int call(int); int perhaps(void); int run(int x) { return call(x) + perhaps(); }"
+                                 "const char *const texts[] = {\"a\"};");
+        store(input, bytes);
+        writeText(table, usualImports);
+    }
+    void store(const std::string &path, const Bytes &bytes)
+    {
+        writeText(path, std::string_view(reinterpret_cast<const char *>(bytes.data()), bytes.size()));
+    }
+    Outcome linker(const std::string &arguments) { return runCommand(MACHO_LD " " + arguments); }
+    Outcome linkUsually(const std::string &more = "")
+    {
+        return linker("-o " + output + " -symbols " + table + " -export _run " + input + " " + more);
+    }
+    Outcome check(const std::string &more = "")
+    {
+        return runCommand(CHECK_DYLIB " -symbols " + table + " -export _run " + output + " " + more);
+    }
+    std::string folder = temporaryFolder(), input = folder + "/in.o", table = folder + "/table.txt",
+                output = folder + "/out.dylib";
+};
+
+TEST_F(Programs, LinkerIsSilentAndItsLibraryPassesTheCheck)
+{
+    for (const char *form : {"both", "classic", "compressed"}) {
+        Outcome link = linkUsually(std::string("-strip -map ") + folder + "/map -fixups " + form);
+        EXPECT_EQ(link.status, 0);
+        EXPECT_EQ(link.out + link.err, "");
+        Outcome checked = check();
+        EXPECT_EQ(checked.status, 0) << checked.out << checked.err;
+        EXPECT_EQ(checked.out.find("FAILED"), checked.out.npos) << checked.out;
+        EXPECT_EQ(checked.err, "");
+        EXPECT_NE(checked.out.find(std::to_string(std::filesystem::file_size(output)) + " bytes"), checked.out.npos);
+    }
+    EXPECT_FALSE(readBytes(folder + "/map").empty());
+}
+
+TEST_F(Programs, IndependentToolsReadTheLibraryWithoutAWord)
+{
+    ASSERT_EQ(linkUsually().status, 0);
+    for (const char *tool : {"llvm-objdump-14 --macho --private-headers --disassemble --rebase --bind --exports-trie ",
+                             "llvm-objdump-14 --section-headers --syms --reloc --dwarf=frames ",
+                             "llvm-readobj-14 --file-headers --sections --symbols --relocations --needed-libs ",
+                             "llvm-nm-14 -m ", "llvm-otool-14 -l -L -D -I -v -t ", "llvm-size-14 -m "}) {
+        Outcome run = runCommand(tool + output);
+        EXPECT_EQ(run.status, 0) << tool;
+        EXPECT_EQ(run.err, "") << tool;
+        EXPECT_NE(run.out, "") << tool;
+    }
+    EXPECT_NE(runCommand("llvm-nm-14 -m " + output).out.find("(undefined) weak external _perhaps (from libfirst)"),
+              std::string::npos);
+    EXPECT_NE(runCommand("llvm-objdump-14 --macho --exports-trie " + output).out.find("_run"), std::string::npos);
+}
+
+TEST_F(Programs, TwoLinksAreTheSameByteForByte)
+{
+    ASSERT_EQ(linkUsually().status, 0);
+    Bytes first = readBytes(output);
+    std::filesystem::rename(output, folder + "/first.dylib");
+    ASSERT_EQ(linkUsually().status, 0);
+    EXPECT_EQ(readBytes(output), first);
+}
+
+TEST_F(Programs, FailedLinkLeavesNoLibraryBehind)
+{
+    ASSERT_EQ(linkUsually().status, 0);
+    ASSERT_TRUE(std::filesystem::exists(output));
+    Outcome failed = linkUsually("-export _missing");
+    EXPECT_EQ(failed.status, 1);
+    EXPECT_EQ(failed.out, "");
+    EXPECT_EQ(failed.err, "macho_ld: exported symbol _missing is not defined in any object\n");
+    EXPECT_FALSE(std::filesystem::exists(output));
+}
+
+TEST_F(Programs, LinkerErrorsAreOneLineAndStatusOne)
+{
+    writeText(folder + "/text.o", "no object");
+    writeText(folder + "/empty.list", "# nothing\n");
+    std::string usual = "-o " + output + " -symbols " + table + " ";
+    const std::pair<std::string, std::string> cases[] = {
+        {"", "option -o is missing"},
+        {usual + folder + "/text.o", folder + "/text.o: is not a Mach-O object file"},
+        {usual + folder + "/absent.o", folder + "/absent.o: cannot be opened: No such file or directory"},
+        {usual + folder, folder + ": cannot be read: Is a directory"},
+        {"-o " + output + " -symbols " + folder + "/absent.txt " + input,
+         folder + "/absent.txt: cannot be opened: No such file or directory"},
+        {usual + input + " -exported_symbols_list " + folder + "/empty.list",
+         folder + "/empty.list: the list of exports is empty"},
+        {"-o " + folder + "/absent/x.dylib -symbols " + table + " " + input,
+         folder + "/absent/x.dylib: cannot be written: No such file or directory"},
+    };
+    for (const auto &[arguments, message] : cases) {
+        Outcome run = linker(arguments);
+        EXPECT_EQ(run.status, 1) << arguments;
+        EXPECT_EQ(run.err, "macho_ld: " + message + "\n");
+        EXPECT_EQ(run.out, "");
+        EXPECT_FALSE(std::filesystem::exists(output)) << arguments;
+    }
+}
+
+TEST_F(Programs, ExportListsAreRead)
+{
+    writeText(folder + "/exports", "# the entry\n_run\n");
+    EXPECT_EQ(
+        linker("-o " + output + " -symbols " + table + " -exported_symbols_list " + folder + "/exports " + input).err,
+        "");
+    EXPECT_EQ(check().status, 0);
+}
+
+TEST_F(Programs, HelpNamesEveryOption)
+{
+    Outcome help = linker("-help");
+    EXPECT_EQ(help.status, 0);
+    for (const char *option :
+         {"-o", "-symbols", "-export", "-exported_symbols_list", "-install_name", "-current_version",
+          "-compatibility_version", "-macosx_version_min", "-fixups", "-strip", "-map"})
+        EXPECT_NE(help.out.find(std::string("  ") + option + " "), help.out.npos) << option;
+}
+
+// Each check fails for a library that lacks what it asks for.
+TEST_F(Programs, CheckNoticesASecondExport)
+{
+    ASSERT_EQ(linkUsually("-export _texts").status, 0);
+    Outcome run = check();
+    EXPECT_EQ(run.status, 1);
+    EXPECT_NE(run.out.find("FAILED  one export, _run: there is more: _texts\n"), run.out.npos) << run.out;
+}
+
+TEST_F(Programs, CheckNoticesImportsThatTheTableDoesNotAllow)
+{
+    ASSERT_EQ(linkUsually().status, 0);
+    auto outcome = [&](const char *imports) {
+        writeText(table, imports);
+        Outcome run = check();
+        EXPECT_EQ(run.status, 1);
+        return run.out;
+    };
+    EXPECT_NE(outcome("library /usr/lib/libfirst.dylib 2.0 1.0\n_call\n").find("_perhaps is not in the table"),
+              std::string::npos);
+    EXPECT_NE(outcome("library /usr/lib/other.dylib 2.0 1.0\n_call\n_perhaps weak\n")
+                  .find("_call comes from /usr/lib/libfirst.dylib instead of /usr/lib/other.dylib"),
+              std::string::npos);
+    EXPECT_NE(outcome("library /usr/lib/libfirst.dylib 2.0 2.0\n_call\n_perhaps weak\n")
+                  .find("/usr/lib/libfirst.dylib is needed in version 1.0.0"),
+              std::string::npos);
+    EXPECT_NE(outcome("library /usr/lib/libfirst.dylib 2.0 1.0\n_call weak\n_perhaps weak\n")
+                  .find("_call may be missing, but is imported as if it could not"),
+              std::string::npos);
+}
+
+TEST_F(Programs, CheckNoticesCodeThatWouldBeChanged)
+{
+    ASSERT_EQ(linkUsually().status, 0);
+    Bytes bytes = readBytes(output);
+    DylibFile dylib = std::move(parseDylib("x", bytes).value());
+    uint32_t at = format::headerSize + 44; // __DATA becomes read-only
+    while (load32(&bytes[at - 44]) != format::LC_SEGMENT ||
+           std::string(reinterpret_cast<char *>(&bytes[at - 36])) != "__DATA")
+        at += load32(&bytes[at - 40]);
+    store32(&bytes[at], format::VM_PROT_READ);
+    store(output, bytes);
+    Outcome run = check();
+    EXPECT_EQ(run.status, 1);
+    EXPECT_NE(run.out.find("FAILED  no code is changed when it is loaded: the word at "), run.out.npos) << run.out;
+}
+
+TEST_F(Programs, CheckNoticesFixupsThatDisagree)
+{
+    ASSERT_EQ(linkUsually().status, 0);
+    Bytes bytes = readBytes(output);
+    for (uint32_t at = format::headerSize;; at += load32(&bytes[at + 4])) {
+        if (load32(&bytes[at]) != format::LC_DYSYMTAB)
+            continue;
+        store32(&bytes[at + 76], load32(&bytes[at + 76]) - 1); // one classic rebase fewer
+        break;
+    }
+    store(output, bytes);
+    Outcome run = check();
+    EXPECT_EQ(run.status, 1);
+    EXPECT_NE(run.out.find("FAILED  both forms of fix-ups give the same memory: they do not\n"), run.out.npos)
+        << run.out;
+}
+
+TEST_F(Programs, CheckNoticesALoadCommandThatEarlySystemsRefuse)
+{
+    ASSERT_EQ(linkUsually().status, 0);
+    Bytes bytes = readBytes(output);
+    for (uint32_t at = format::headerSize;; at += load32(&bytes[at + 4]))
+        if (load32(&bytes[at]) == format::LC_DYLD_INFO) {
+            store32(&bytes[at], format::LC_DYLD_INFO_ONLY);
+            break;
+        }
+    store(output, bytes);
+    Outcome run = check();
+    EXPECT_EQ(run.status, 1);
+    EXPECT_NE(run.out.find("FAILED  load commands that systems from 10.4.0 on accept: command 0x80000022 is newer\n"),
+              run.out.npos)
+        << run.out;
+}
+
+TEST_F(Programs, CheckNoticesToolsThatComplain)
+{
+    ASSERT_EQ(linkUsually().status, 0);
+    Outcome run = check("-llvm-suffix -absent");
+    EXPECT_EQ(run.status, 1);
+    EXPECT_NE(run.out.find("FAILED  llvm-nm-absent reads it: "), run.out.npos) << run.out;
+}
+
+TEST_F(Programs, CheckOfDamagedOrMissingFilesIsOneLine)
+{
+    writeText(output, "no library");
+    Outcome run = check();
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.err, "check_dylib: " + output + ": is not a 32-bit Mach-O file\n");
+    std::filesystem::remove(output);
+    EXPECT_EQ(check().err, "check_dylib: " + output + ": cannot be opened: No such file or directory\n");
+}
+
+TEST(ImportTableOfTheProduct, IsReadAndMarksWhatEarlySystemsLackAsWeak)
+{
+    Bytes text = readBytes(IMPORT_TABLE);
+    auto table = parseImportTable("symbols.txt", std::string_view(reinterpret_cast<char *>(text.data()), text.size()));
+    ASSERT_TRUE(table) << table.error().message;
+    for (const char *name : {"_CFErrorGetTypeID", "_CTFontGetTypeID", "_CTRunDelegateGetTypeID"}) {
+        ASSERT_NE(table.value().find(name), nullptr) << name;
+        EXPECT_TRUE(table.value().find(name)->weak) << name;
+    }
+    ASSERT_NE(table.value().find("_objc_msgSend"), nullptr);
+    EXPECT_FALSE(table.value().find("_objc_msgSend")->weak);
+}
+
+} // namespace
+} // namespace macho::test

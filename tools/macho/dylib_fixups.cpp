@@ -1,0 +1,236 @@
+#include "tools/macho/dylib_fixups.h"
+
+#include <algorithm>
+
+namespace macho {
+
+using namespace format;
+
+namespace {
+
+ByteView fileOf(const DylibFile &dylib)
+{
+    return ByteView(dylib.name, dylib.bytes.data(), dylib.bytes.size());
+}
+
+[[noreturn]] void refuse(const DylibFile &dylib, const std::string &reason)
+{
+    fail(printable(dylib.name), ": ", reason);
+}
+
+void checkWord(const DylibFile &dylib, uint32_t address)
+{
+    const DylibSegment *segment = dylib.segmentAt(address);
+    if (!segment || address - segment->address + uint64_t{pointerSize} > segment->memorySize)
+        refuse(dylib, "a fix-up at " + hex(address) + ", which no segment contains");
+}
+
+DylibBind bindOf(const DylibFile &dylib, uint32_t address, uint32_t symbolNumber, bool replaces)
+{
+    if (symbolNumber >= dylib.symbols.size() || !dylib.symbols[symbolNumber].isImport())
+        refuse(dylib,
+               "the word at " + hex(address) + " is bound to symbol " + hex(symbolNumber) + ", which is no import");
+    const DylibSymbol &symbol = dylib.symbols[symbolNumber];
+    checkWord(dylib, address);
+    return {address, symbol.name, symbol.libraryOrdinal(), symbol.isWeakImport(), 0, replaces};
+}
+
+// The byte code that describes fix-ups: an operation and a small number in each byte, other operands behind it.
+class Interpreter {
+public:
+    Interpreter(const DylibFile &dylib, const DylibRange &range)
+        : dylib(dylib), code(fileOf(dylib).slice(range.offset, range.count, "the compressed fix-ups"))
+    {
+    }
+    std::vector<uint32_t> rebases();
+    std::vector<DylibBind> binds();
+
+private:
+    static constexpr const char *what = "the compressed fix-ups";
+    uint32_t number() { return code.uleb(at, what); }
+    void setPlace(uint8_t segment);
+    uint32_t nextWord();
+
+    const DylibFile &dylib;
+    ByteView code;
+    uint64_t at = 0;
+    uint32_t address = 0;
+};
+
+void Interpreter::setPlace(uint8_t segment)
+{
+    if (segment >= dylib.segments.size())
+        refuse(dylib, "a fix-up in segment " + std::to_string(segment) + ", which does not exist");
+    address = dylib.segments[segment].address + number();
+}
+
+uint32_t Interpreter::nextWord()
+{
+    checkWord(dylib, address);
+    address += pointerSize;
+    return address - pointerSize;
+}
+
+std::vector<uint32_t> Interpreter::rebases()
+{
+    std::vector<uint32_t> list;
+    while (at < code.size()) {
+        uint8_t byte = code.u8(at++, what), immediate = byte & immediateMask;
+        switch (byte & opcodeMask) {
+        case REBASE_OPCODE_DONE:
+            return list;
+        case REBASE_OPCODE_SET_TYPE_IMM:
+            if (immediate != fixupTypePointer)
+                refuse(dylib, "a rebase of a kind that changes code");
+            break;
+        case REBASE_OPCODE_SET_SEGMENT_AND_OFFSET_ULEB:
+            setPlace(immediate);
+            break;
+        case REBASE_OPCODE_DO_REBASE_IMM_TIMES:
+        case REBASE_OPCODE_DO_REBASE_ULEB_TIMES: {
+            bool isLong = (byte & opcodeMask) == REBASE_OPCODE_DO_REBASE_ULEB_TIMES;
+            for (uint32_t count = isLong ? number() : immediate; count > 0; count--)
+                list.push_back(nextWord());
+            break;
+        }
+        default:
+            refuse(dylib, "the unexpected rebase operation " + hex(byte));
+        }
+    }
+    return list;
+}
+
+std::vector<DylibBind> Interpreter::binds()
+{
+    std::vector<DylibBind> list;
+    DylibBind current = {0, {}, 0, false, 0, true};
+    while (at < code.size()) {
+        uint8_t byte = code.u8(at++, what), immediate = byte & immediateMask;
+        switch (byte & opcodeMask) {
+        case BIND_OPCODE_DONE:
+            return list;
+        case BIND_OPCODE_SET_DYLIB_ORDINAL_IMM:
+            current.libraryOrdinal = immediate;
+            break;
+        case BIND_OPCODE_SET_DYLIB_ORDINAL_ULEB:
+            current.libraryOrdinal = number();
+            break;
+        case BIND_OPCODE_SET_SYMBOL_TRAILING_FLAGS_IMM:
+            current.weak = immediate & bindFlagWeakImport;
+            current.symbol = code.text(at, 4096, what);
+            at += current.symbol.size() + 1;
+            break;
+        case BIND_OPCODE_SET_TYPE_IMM:
+            if (immediate != fixupTypePointer)
+                refuse(dylib, "a bind of a kind that changes code");
+            break;
+        case BIND_OPCODE_SET_ADDEND_SLEB:
+            current.addend = code.sleb(at, what);
+            break;
+        case BIND_OPCODE_SET_SEGMENT_AND_OFFSET_ULEB:
+            setPlace(immediate);
+            break;
+        case BIND_OPCODE_DO_BIND:
+            current.address = nextWord();
+            list.push_back(current);
+            break;
+        default:
+            refuse(dylib, "the unexpected bind operation " + hex(byte));
+        }
+    }
+    return list;
+}
+
+} // namespace
+
+void readClassicFixups(DylibFile &dylib, const DylibRange &local, const DylibRange &external)
+{
+    constexpr uint32_t kindMask = 0xff000000, plainWord = 2u << 25, externalWord = plainWord | 1u << 27;
+    ByteView file = fileOf(dylib);
+    auto forEachRecord = [&](const DylibRange &range, uint32_t kind, auto body) {
+        ByteView records = file.slice(range.offset, uint64_t{range.count} * relocationRecordSize, "the relocations");
+        for (uint32_t index = 0; index < range.count; index++) {
+            uint32_t address = load32(records.data() + relocationRecordSize * index);
+            uint32_t info = load32(records.data() + relocationRecordSize * index + 4);
+            if (address & scatteredRelocation || (info & kindMask) != kind)
+                refuse(dylib, "the unexpected relocation " + hex(address) + " " + hex(info));
+            checkWord(dylib, address);
+            body(address, info & ~kindMask);
+        }
+    };
+    forEachRecord(local, plainWord, [&](uint32_t address, uint32_t section) {
+        if (section == 0 || section > dylib.sections.size())
+            refuse(dylib, "the word at " + hex(address) + " is not moved with any section");
+        dylib.classic.rebases.push_back(address);
+    });
+    forEachRecord(external, externalWord, [&](uint32_t address, uint32_t symbol) {
+        dylib.classic.binds.push_back(bindOf(dylib, address, symbol, false));
+    });
+    for (const DylibSection &section : dylib.sections) {
+        if (section.type() != S_NON_LAZY_SYMBOL_POINTERS)
+            continue;
+        for (uint32_t entry = 0; entry < section.size / pointerSize; entry++) {
+            uint64_t index = uint64_t{section.firstIndirect} + entry;
+            if (index >= dylib.indirectSymbols.size())
+                refuse(dylib, "section " + printable(section.name) + " has more entries than indirect symbols");
+            uint32_t address = section.address + entry * pointerSize;
+            dylib.classic.binds.push_back(bindOf(dylib, address, dylib.indirectSymbols[index], true));
+        }
+    }
+}
+
+void readCompressedFixups(DylibFile &dylib, const DylibRange &rebases, const DylibRange &binds)
+{
+    dylib.compressed.present = true;
+    dylib.compressed.rebases = Interpreter(dylib, rebases).rebases();
+    dylib.compressed.binds = Interpreter(dylib, binds).binds();
+}
+
+void readExportTrie(DylibFile &dylib, const DylibRange &range)
+{
+    const char *what = "the export tree";
+    ByteView trie = fileOf(dylib).slice(range.offset, range.count, what);
+    struct Node {
+        uint64_t offset;
+        std::string name;
+    };
+    std::vector<Node> open;
+    if (trie.size() > 0)
+        open.push_back({0, {}});
+    for (size_t visited = 0; !open.empty(); visited++) {
+        if (visited > trie.size())
+            refuse(dylib, "the export tree leads in a circle");
+        Node node = open.back();
+        open.pop_back();
+        uint32_t symbolSize = trie.uleb(node.offset, what);
+        uint64_t children = node.offset + symbolSize;
+        if (symbolSize > 0) {
+            if (trie.uleb(node.offset, what) != 0)
+                refuse(dylib, "export " + printable(node.name) + " is no ordinary symbol");
+            dylib.exportTrie[node.name] = trie.uleb(node.offset, what);
+        }
+        uint8_t count = trie.u8(children++, what);
+        for (; count > 0; count--) {
+            std::string_view edge = trie.text(children, 4096, what);
+            children += edge.size() + 1;
+            open.push_back({trie.uleb(children, what), node.name + std::string(edge)});
+        }
+    }
+}
+
+Bytes loadedMemory(const DylibFile &dylib, const DylibFixups &fixups, uint32_t base, const SymbolAddress &addressOf)
+{
+    const DylibSegment &last = dylib.segments.back();
+    Bytes memory(last.address + last.memorySize);
+    for (const DylibSegment &segment : dylib.segments)
+        std::copy_n(dylib.bytes.begin() + segment.fileOffset, segment.fileSize, memory.begin() + segment.address);
+    for (uint32_t address : fixups.rebases)
+        store32(&memory[address], load32(&memory[address]) + base);
+    for (const DylibBind &bind : fixups.binds) {
+        uint32_t value = addressOf(bind.libraryOrdinal, bind.symbol) + static_cast<uint32_t>(bind.addend);
+        store32(&memory[bind.address], bind.replaces ? value : load32(&memory[bind.address]) + value);
+    }
+    return memory;
+}
+
+} // namespace macho
