@@ -3,8 +3,7 @@
 
 #include <string>
 
-namespace plughost
-{
+namespace plughost {
 
 // Must come before anything that makes a defaults object. `domain` is the application's name and so the name of its
 // domain; Foundation sees no command-line arguments, which it would take for values of the argument domain.

@@ -4,8 +4,7 @@
 #include <cstdio>
 #include <unistd.h>
 
-namespace plughost
-{
+namespace plughost {
 
 static void logUnlessRaised(NSString *message)
 {

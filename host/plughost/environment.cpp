@@ -13,8 +13,7 @@
 #include "ground.h"
 #include "host/plughost/errors.h"
 
-namespace plughost
-{
+namespace plughost {
 
 namespace fs = std::filesystem;
 

@@ -3,8 +3,7 @@
 
 #include <string>
 
-namespace plughost
-{
+namespace plughost {
 
 // Returns when the environment is there; otherwise executes the program again with it. What the caller's environment
 // sets already is left as it is, except that a defaults folder, when one is given (it is made if missing), always takes

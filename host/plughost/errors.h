@@ -3,8 +3,7 @@
 
 #include <stdexcept>
 
-namespace plughost
-{
+namespace plughost {
 
 constexpr int kDone = 0;
 constexpr int kBadInput = 1;

@@ -9,8 +9,7 @@
 
 #include "host/plughost/errors.h"
 
-namespace plughost
-{
+namespace plughost {
 
 static std::string readAll(std::istream &stream)
 {

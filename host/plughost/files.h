@@ -3,8 +3,7 @@
 
 #include <string>
 
-namespace plughost
-{
+namespace plughost {
 
 // The bytes of a file; "-" is standard input. Throws InputError when it cannot be read.
 std::string readFile(const std::string &path);

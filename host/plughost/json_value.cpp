@@ -12,8 +12,7 @@
 #include "host/plughost/errors.h"
 #include "host/plughost/text_value.h"
 
-namespace plughost
-{
+namespace plughost {
 
 using Json = nlohmann::json;
 using host::Value;
@@ -163,7 +162,8 @@ static double realIn(const Json &json)
     return json.get<double>();
 }
 
-template <typename Integer> static Integer integerIn(const Json &json)
+template <typename Integer>
+static Integer integerIn(const Json &json)
 {
     bool fits = json.is_number_unsigned()
                     ? json.get<uint64_t>() <= uint64_t(std::numeric_limits<Integer>::max())
@@ -308,8 +308,7 @@ static Value valueOf(const Json &json, int depth)
 }
 
 // The library would keep the last of two equal keys without a word.
-class DuplicateKeys
-{
+class DuplicateKeys {
 public:
     bool operator()(int, Json::parse_event_t event, Json &parsed)
     {

@@ -17,8 +17,7 @@
 
 #include "host/value.h"
 
-namespace plughost
-{
+namespace plughost {
 
 enum class JsonLayout { OneLine, Indented };
 

@@ -8,8 +8,7 @@
 #include "host/plughost/errors.h"
 #include "host/plughost/program.h"
 
-namespace plughost
-{
+namespace plughost {
 
 static const char kOverview[] =
     "Loads the plug-in into an embedded host and uses its class NSUserDefaultsKTZ, one call of host code a command.";

@@ -4,8 +4,7 @@
 #include <string>
 #include <vector>
 
-namespace plughost
-{
+namespace plughost {
 
 struct Options {
     std::string host = "2013.03";

@@ -1,7 +1,6 @@
 #include "host/plughost/program.h"
 
-namespace plughost
-{
+namespace plughost {
 
 CLI::App *Program::add(const std::string &name, const std::string &description)
 {

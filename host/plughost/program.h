@@ -9,8 +9,7 @@
 #include "host/plughost/options.h"
 #include "host/plughost/session.h"
 
-namespace plughost
-{
+namespace plughost {
 
 struct Program {
     CLI::App app;

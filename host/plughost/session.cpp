@@ -12,8 +12,7 @@
 #include "host/plughost/macho_loader.h"
 #endif
 
-namespace plughost
-{
+namespace plughost {
 
 static host::Profile profileFor(const Options &options)
 {

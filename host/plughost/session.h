@@ -7,13 +7,11 @@
 #include "host/host.h"
 #include "host/plughost/options.h"
 
-namespace plughost
-{
+namespace plughost {
 
 inline constexpr char kClassName[] = "NSUserDefaultsKTZ";
 
-class Session
-{
+class Session {
 public:
     // Loads the companion library and the plug-in. Throws UsageError for a host or an entry point that does not exist,
     // host::CallError for a plug-in that does not load, InputError when it registers no class.

@@ -13,8 +13,7 @@
 #include "host/plughost/files.h"
 #include "host/plughost/json_value.h"
 
-namespace plughost
-{
+namespace plughost {
 
 using host::Value;
 
@@ -96,7 +95,8 @@ static std::string lowercase(std::string text)
 // --- Numbers -------------------------------------------------------------------------------------------------------
 
 // What std::from_chars reads, a plus sign, and the words for what is no number, in any case.
-template <typename Number> static Number numberOfText(const std::string &text, const std::string &type)
+template <typename Number>
+static Number numberOfText(const std::string &text, const std::string &type)
 {
     const char *begin = text.data() + (text.rfind('+', 0) == 0 && text.rfind("+-", 0) != 0);
     const char *end = text.data() + text.size();
@@ -119,7 +119,8 @@ double doubleOfText(const std::string &text)
     return numberOfText<double>(text, "double");
 }
 
-template <typename Real> static std::string textOfReal(Real value)
+template <typename Real>
+static std::string textOfReal(Real value)
 {
     if (std::isnan(value))
         return "NaN";

@@ -8,8 +8,7 @@
 #include "host/declaration.h"
 #include "host/value.h"
 
-namespace plughost
-{
+namespace plughost {
 
 // A type of value as the commands name it, with the accessors of the class that go with it.
 struct ValueType {

@@ -7,11 +7,9 @@
 #include "host/plughost/program.h"
 #include "host/plughost/text_value.h"
 
-namespace plughost
-{
+namespace plughost {
 
-namespace
-{
+namespace {
 
 struct Found {
     const host::MethodDescription *method = nullptr;
@@ -88,8 +86,8 @@ private:
     {
         host::Value self = found.isShared ? host::Value() : session.defaults();
         host::Host &host = session.host();
-        host::Outcome outcome = assigns ? host.invokeSetter(*found.method, self, values)
-                                        : host.invoke(*found.method, self, values);
+        host::Outcome outcome =
+            assigns ? host.invokeSetter(*found.method, self, values) : host.invoke(*found.method, self, values);
         if (!outcome.raised.empty())
             throw host::Exception(outcome.raised);
         session.save();

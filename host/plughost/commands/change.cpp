@@ -5,8 +5,7 @@
 
 #include "host/plughost/json_value.h"
 
-namespace plughost
-{
+namespace plughost {
 
 using Values = std::map<std::string, std::string>; // key to JSON
 

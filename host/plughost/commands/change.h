@@ -5,8 +5,7 @@
 
 #include "host/plughost/session.h"
 
-namespace plughost
-{
+namespace plughost {
 
 // Makes the change and prints, a line each, the keys whose values are other than before: with their new value, or as
 // gone.

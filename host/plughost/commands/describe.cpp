@@ -5,8 +5,7 @@
 
 #include "host/plughost/program.h"
 
-namespace plughost
-{
+namespace plughost {
 
 static void printMethods(const char *heading, const std::vector<host::MethodDescription> &methods)
 {

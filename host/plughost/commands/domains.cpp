@@ -5,8 +5,7 @@
 #include "host/plughost/json_value.h"
 #include "host/plughost/program.h"
 
-namespace plughost
-{
+namespace plughost {
 
 static void printNames(const char *heading, const host::Value &names)
 {

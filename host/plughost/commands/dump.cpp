@@ -6,8 +6,7 @@
 #include "host/plughost/json_value.h"
 #include "host/plughost/program.h"
 
-namespace plughost
-{
+namespace plughost {
 
 static host::Value dumped(Session &session, const std::string *domain)
 {

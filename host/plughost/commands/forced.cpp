@@ -5,8 +5,7 @@
 #include "host/plughost/program.h"
 #include "host/plughost/text_value.h"
 
-namespace plughost
-{
+namespace plughost {
 
 void addForced(Program &program)
 {

@@ -7,11 +7,9 @@
 #include "host/plughost/json_value.h"
 #include "host/plughost/program.h"
 
-namespace plughost
-{
+namespace plughost {
 
-namespace
-{
+namespace {
 
 struct Load {
     std::string file;

@@ -6,8 +6,7 @@
 #include "host/plughost/json_value.h"
 #include "host/plughost/program.h"
 
-namespace plughost
-{
+namespace plughost {
 
 void addRegister(Program &program)
 {

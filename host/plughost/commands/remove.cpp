@@ -3,8 +3,7 @@
 
 #include "host/plughost/program.h"
 
-namespace plughost
-{
+namespace plughost {
 
 void addRemove(Program &program)
 {

@@ -4,11 +4,9 @@
 #include "host/plughost/commands/type_argument.h"
 #include "host/plughost/program.h"
 
-namespace plughost
-{
+namespace plughost {
 
-namespace
-{
+namespace {
 
 struct Set {
     std::string type;

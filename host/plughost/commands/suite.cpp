@@ -4,8 +4,7 @@
 #include "host/plughost/commands/change.h"
 #include "host/plughost/program.h"
 
-namespace plughost
-{
+namespace plughost {
 
 static void addChange(Program &program, CLI::App *suite, const char *name, const char *description, const char *method)
 {
@@ -13,9 +12,8 @@ static void addChange(Program &program, CLI::App *suite, const char *name, const
     command->fallthrough();
     auto domain = std::make_shared<std::string>();
     addPlainArgument(command, "NAME", *domain, "The suite's domain")->required();
-    program.onSession(command, [=](Session &session) {
-        printChange(session, [&] { session.call(method, {*domain}); });
-    });
+    program.onSession(command,
+                      [=](Session &session) { printChange(session, [&] { session.call(method, {*domain}); }); });
 }
 
 void addSuite(Program &program)

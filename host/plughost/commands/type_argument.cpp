@@ -1,7 +1,6 @@
 #include "host/plughost/commands/type_argument.h"
 
-namespace plughost
-{
+namespace plughost {
 
 static std::string typeNames()
 {

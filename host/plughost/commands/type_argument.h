@@ -6,8 +6,7 @@
 
 #include "host/plughost/text_value.h"
 
-namespace plughost
-{
+namespace plughost {
 
 // A name that is no type is wrong usage.
 CLI::Option *addTypeArgument(CLI::App *command, std::string &type);

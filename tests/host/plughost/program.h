@@ -1,0 +1,30 @@
+// Runs plughost, and the system's defaults tool, as processes.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace plughost_test {
+
+struct Result {
+    int status = 0; // exit status; 128 and the signal's number for a program that was killed
+    std::string output;
+    std::string errors;
+};
+
+using Words = std::vector<std::string>;
+
+// plughost with the plug-in under test. The defaults are those of the test's own folder.
+Result plughost(const Words &arguments, const std::string &input = "");
+Result defaultsTool(const Words &arguments);
+
+// What a command prints, without the last line's end; a failure of the command fails the test.
+std::string printed(const Words &arguments);
+
+// Files in a folder of the test's own.
+std::string temporaryFile(const std::string &name, const std::string &content);
+std::string temporaryFolder(const std::string &name);
+
+Words operator+(Words words, const Words &more);
+
+} // namespace plughost_test

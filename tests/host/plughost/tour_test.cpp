@@ -1,0 +1,26 @@
+#include <gtest/gtest.h>
+
+#include "tests/host/plughost/program.h"
+
+using namespace plughost_test;
+
+TEST(Tour, IsAsExpectedOnEveryHost)
+{
+    for (const char *host : {"2009", "2011.4", "2012.2", "2013.03", "2014.1"}) {
+        Result result = plughost({"tour", "--host", host, "--defaults-dir", temporaryFolder(host), "--check-handles"});
+        EXPECT_EQ(result.status, 0) << host << "\n" << result.output;
+        EXPECT_EQ(result.errors, "");
+        EXPECT_EQ(result.output.find("***"), std::string::npos) << result.output;
+    }
+}
+
+TEST(Tour, FailsWhenAResultIsNotAsExpected)
+{
+    std::string folder = temporaryFolder("filled");
+    printed({"set", "integer", "Missing", "1", "--domain", "Tour", "--defaults-dir", folder});
+    Result result = plughost({"tour", "basics", "--defaults-dir", folder});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_NE(result.output.find("d.integerForKey(\"Missing\")"), std::string::npos);
+    EXPECT_NE(result.output.find("*** expected: 0"), std::string::npos) << result.output;
+    EXPECT_EQ(result.errors, "plughost: 1 lines of the tour are not as expected\n");
+}
