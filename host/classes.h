@@ -33,6 +33,12 @@ struct ClassDescription {
     std::vector<MethodDescription> sharedMethods;
 };
 
+// A property of one of the host's own classes.
+struct PropertyDescription {
+    std::string name;
+    bool canBeSet = false;
+};
+
 // For classes defined by host code. A method is either a C function with the declared types or a body in C++.
 struct HostMethod {
     using Body = std::function<Value(const Value &self, const Arguments &arguments)>;

@@ -230,6 +230,15 @@ std::vector<const ClassDescription *> Host::classes(bool fromPluginsOnly) const
     return descriptions;
 }
 
+std::vector<PropertyDescription> Host::properties(const std::string &className) const
+{
+    std::vector<PropertyDescription> descriptions;
+    for (const Class *each = runtime::findClass(className); each; each = each->super)
+        for (const Property &property : each->properties)
+            descriptions.push_back({property.name, property.set != nullptr});
+    return descriptions;
+}
+
 void Host::defineClass(const HostClass &definition)
 {
     auto defined = std::make_unique<Class>();

@@ -112,6 +112,8 @@ public:
 
     const ClassDescription *findClass(const std::string &name) const; // null when there is none; any case
     std::vector<const ClassDescription *> classes(bool fromPluginsOnly = false) const; // in the order of registration
+    // Those of the class and its superclasses, for Value::property and setProperty.
+    std::vector<PropertyDescription> properties(const std::string &className) const;
     void defineClass(const HostClass &definition); // replaces a class of the same name
     // The name is unknown from now on. Instances live on.
     void removeClass(const std::string &name);

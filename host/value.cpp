@@ -192,6 +192,15 @@ Value::~Value()
         unhold(*_value.handle);
 }
 
+void Value::reset()
+{
+    Handle *given = handle() ? _value.handle : nullptr;
+    _kind = Kind::Nil;
+    _value = {};
+    if (given)
+        unhold(*given);
+}
+
 void Value::take(Handle &taken)
 {
     _kind = taken.kind == HandleKind::String  ? Kind::String

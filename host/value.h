@@ -71,6 +71,10 @@ public:
     static Value variants(const std::vector<Value> &elements) { return array(ElementType::Object, elements); }
     static Value variants(std::initializer_list<Value> elements) { return variants(std::vector<Value>(elements)); }
 
+    // Becomes nil, as an assignment of nil does. An Objective-C exception of a plug-in's finaliser passes through this,
+    // but cannot leave the destructor of a Value.
+    void reset();
+
     // From raw handles. `adopt` takes over a lock that the caller owns (a plug-in's result), `borrow` adds one.
     // A scalar Variant becomes its value; a null handle nil.
     static Value adopt(void *handle);

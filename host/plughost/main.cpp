@@ -33,7 +33,7 @@ static void addCommonOptions(CLI::App &app, Options &options)
         ->allow_extra_args(false);
     app.add_option("--plugin", options.plugin, "The plug-in to load [NSUserDefaults.so beside the program]")
         ->type_name("FILE");
-    app.add_flag("!--no-family", options.family, "Without the companion library of the plug-in family");
+    app.add_flag("--no-family", options.withoutFamily, "Without the companion library of the plug-in family");
     app.add_option("--domain", options.domain, "The application's name, which names its domain")
         ->type_name("NAME")
         ->capture_default_str();

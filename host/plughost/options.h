@@ -10,7 +10,7 @@ struct Options {
     std::string host = "2013.03";
     std::vector<std::string> without; // entry points that this host does not offer
     std::string plugin;               // empty: NSUserDefaults.so beside the program
-    bool family = true;
+    bool withoutFamily = false;
 
     std::string domain = "plughost"; // the application's own domain
     std::string user;                // empty: the standard defaults object

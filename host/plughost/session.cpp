@@ -25,7 +25,7 @@ static host::Profile profileFor(const Options &options)
             throw UsageError("--without: the host has no entry point \"" + name + "\"");
         profile->without.insert(name);
     }
-    profile->family = options.family;
+    profile->family = !options.withoutFamily;
     return *profile;
 }
 
@@ -38,7 +38,7 @@ Session::Session(const Options &options) : _options(options), _host(host::Host::
 #ifdef PLUGHOST_MACHORUN
     _host.addLoader(machoLoader());
 #endif
-    if (options.family)
+    if (!options.withoutFamily)
         _host.load(besideProgram("Family.so"));
     _host.load(options.plugin.empty() ? besideProgram("NSUserDefaults.so") : options.plugin);
     if (!_host.findClass(kClassName))

@@ -124,9 +124,9 @@ void Transcript::remark(const std::string &text)
     line("' " + text);
 }
 
-void Transcript::fact(const std::string &text, bool holds)
+void Transcript::fact(const std::string &text, bool holds, bool expected)
 {
-    line(text, holds ? "True" : "False", "True");
+    line(text, spelled(holds), spelled(expected));
 }
 
 // --- Variables -----------------------------------------------------------------------------------------------------
@@ -136,6 +136,13 @@ Term Transcript::dimShared(const std::string &name, const std::string &type, con
 {
     line("Dim " + name + " As " + type + " = " + className + "." + method);
     return {name, _host.callShared(className, method)};
+}
+
+Term Transcript::dim(const std::string &name, const std::string &type, const Term &object, const std::string &method,
+                     const Terms &arguments)
+{
+    line("Dim " + name + " As " + type + " = " + callText(object.text, method, arguments));
+    return {name, _host.call(object.value, method, valuesOf(arguments))};
 }
 
 Term Transcript::dimDictionary(const std::string &name)

@@ -40,6 +40,8 @@ public:
     // Dim name As type = Class.method, a shared method without arguments.
     Term dimShared(const std::string &name, const std::string &type, const std::string &className,
                    const std::string &method);
+    Term dim(const std::string &name, const std::string &type, const Term &object, const std::string &method,
+             const Terms &arguments = {}); // the same on an object
     Term dimDictionary(const std::string &name);
     Term dimMemoryBlock(const std::string &name, const std::string &bytes);
     Term dimDate(const std::string &name, int year, int month, int day, int hour, int minute, int second);
@@ -58,8 +60,8 @@ public:
     // A command of the system's defaults tool and what it prints; an expected failure is its message.
     void command(const std::string &line, const std::string &expected);
 
-    // Any other fact, in words.
-    void fact(const std::string &text, bool holds);
+    // Any other expression that is true or false.
+    void fact(const std::string &text, bool holds, bool expected = true);
 
     int failures() const { return _failures; }
 

@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <deque>
+#include <memory>
 #include <new>
 #include <unordered_map>
 
@@ -21,10 +22,9 @@ namespace runtime {
 
 namespace {
 
-struct DeadRecord {
-    void *record;
-    size_t size;
-    std::string what;
+struct Epitaph {
+    HandleKind kind;
+    uint64_t serial;
 };
 
 constexpr size_t kGravesKept = 2048;
@@ -32,8 +32,8 @@ constexpr unsigned char kDeadPattern = 0xDD;
 
 struct Book {
     std::unordered_map<const void *, Handle *> live;
-    std::deque<DeadRecord> dead; // in the order of death
-    std::unordered_map<const void *, std::string> epitaphs;
+    std::deque<void *> dead; // in the order of death
+    std::unordered_map<const void *, Epitaph> epitaphs;
     std::vector<std::string> faults;
     uint64_t lastSerial = 0;
 };
@@ -68,11 +68,26 @@ const char *kindName(HandleKind kind)
 void die(Handle &handle)
 {
     handle.dying = true;
+    std::unique_ptr<Handle> owner(&handle); // it goes even when the finaliser throws past the host
     handle.finalise();
     if (handle.locks != 0)
         noteFault("left locked while it was being destroyed: " + handle.what());
-    book().live.erase(handle.record);
-    delete &handle;
+}
+
+// Records of dead handles are filled with a pattern and kept for a while, so that a late use is seen for what it is and
+// not taken for a younger handle at the same address.
+void bury(const Handle &handle)
+{
+    memset(handle.record, kDeadPattern, handle.recordSize);
+    Book &b = book();
+    b.dead.push_back(handle.record);
+    b.epitaphs[handle.record] = {handle.kind, handle.serial};
+    if (b.dead.size() <= kGravesKept)
+        return;
+    void *oldest = b.dead.front();
+    b.epitaphs.erase(oldest);
+    free(oldest);
+    b.dead.pop_front();
 }
 
 } // namespace
@@ -89,7 +104,7 @@ Handle::~Handle()
 {
     book().live.erase(record);
     if (record)
-        bury(record, recordSize, std::string(kindName(kind)) + " #" + std::to_string(serial));
+        bury(*this);
 }
 
 void lock(Handle &handle)
@@ -197,26 +212,12 @@ std::vector<std::string> &faults()
     return book().faults;
 }
 
-void bury(void *record, size_t size, const std::string &what)
-{
-    memset(record, kDeadPattern, size);
-    Book &b = book();
-    b.dead.push_back({record, size, what});
-    b.epitaphs[record] = what;
-    if (b.dead.size() <= kGravesKept)
-        return;
-    DeadRecord &oldest = b.dead.front();
-    b.epitaphs.erase(oldest.record);
-    free(oldest.record);
-    b.dead.pop_front();
-}
-
 std::optional<std::string> epitaph(const void *record)
 {
     auto entry = book().epitaphs.find(record);
     if (entry == book().epitaphs.end())
         return std::nullopt;
-    return entry->second;
+    return std::string(kindName(entry->second.kind)) + " #" + std::to_string(entry->second.serial);
 }
 
 } // namespace runtime

@@ -208,6 +208,23 @@ TEST_F(Values, EqualityIsTheLanguages)
     EXPECT_FALSE(not_a_number.equals(not_a_number));
 }
 
+TEST_F(Values, ResetGivesTheLockBack)
+{
+    Value string("abc"), second = string;
+    second.reset();
+    EXPECT_TRUE(second.isNil());
+    EXPECT_EQ(string.lockCount(), 1);
+}
+
+TEST_F(Values, PropertiesOfAClassAreListed)
+{
+    std::vector<PropertyDescription> properties = host.properties("OutOfMemoryException");
+    ASSERT_EQ(properties.size(), 2u);
+    EXPECT_EQ(properties[0].name, "Message");
+    EXPECT_TRUE(properties[0].canBeSet);
+    EXPECT_FALSE(host.properties("Dictionary").at(0).canBeSet);
+}
+
 TEST_F(Values, WrongKindsAreTypeErrors)
 {
     EXPECT_THROW(Value("5").int32(), TypeError);

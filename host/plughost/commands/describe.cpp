@@ -9,7 +9,7 @@ namespace plughost {
 
 static void printMethods(const char *heading, const std::vector<host::MethodDescription> &methods)
 {
-    printf("\n%s (%zu)\n", heading, methods.size());
+    printf("\n%zu %s\n", methods.size(), heading);
     for (const host::MethodDescription &method : methods)
         printf("  %c %s\n", method.setter ? '=' : ' ', method.text.c_str());
 }
@@ -22,7 +22,7 @@ static void printDescription(Session &session)
            int(description.recordVersion));
     printf("  %d bytes of instance data, %d bytes into each object\n", int(description.dataSize),
            int(description.dataOffset));
-    printMethods("methods, = can be assigned to", description.methods);
+    printMethods("methods (= can be assigned to)", description.methods);
     printMethods("shared methods", description.sharedMethods);
 }
 

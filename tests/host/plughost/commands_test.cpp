@@ -22,8 +22,8 @@ TEST(Describe, ListsEveryDeclarationOfTheClass)
 {
     std::string text = printed({"describe"});
     EXPECT_TRUE(contains(text, "class NSUserDefaultsKTZ\n  host 2013.03, class record in layout version 12\n")) << text;
-    EXPECT_TRUE(contains(text, "methods, = can be assigned to (43)\n"));
-    EXPECT_TRUE(contains(text, "shared methods (6)\n"));
+    EXPECT_TRUE(contains(text, "\n43 methods (= can be assigned to)\n"));
+    EXPECT_TRUE(contains(text, "\n6 shared methods\n"));
     EXPECT_TRUE(contains(text, "\n  = integerForKey(key as string) as integer\n"));
     EXPECT_TRUE(contains(text, "\n    setIntegerValue(key as string, value as integer)\n"));
     EXPECT_EQ(count(text, "\n  = "), 10u);

@@ -49,7 +49,7 @@ INSTANTIATE_TEST_SUITE_P(OfEveryKind, WrongUsage,
                                          Words{"describe", "--domain", "a/b"}, Words{"describe", "--domain", ""},
                                          Words{"suite"}, Words{"suite", "add"},
                                          Words{"describe", "--defaults-dir", "/proc/nowhere"}, Words{"tour"},
-                                         Words{"tour", "everything"}));
+                                         Words{"tour", "basics"}, Words{"tour", "everything"}));
 
 TEST(WrongPlugin, IsOneLineAndStatusOne)
 {
