@@ -161,6 +161,13 @@ TEST(CallFrames, ErrorsNameTheRecord)
     EXPECT_EQ(errorOf(".long 16\n.long 0\n.byte 1,'z','R',0,1,124,8,1,0x10,0,0,0\n.long 16\n.long 24\n.long "
                       "0x7000\n.long 1\n.long 0\n"),
               "a.o: __TEXT,__eh_frame+0x1c: damaged: a reference to 0x701d, which no section contains");
+    EXPECT_EQ(errorOf(".long 16\n.long 0\n.byte 1,'z','L',0,1,124,8,1,0x10,0,0,0\n.long 16\n.long 24\n.long 0\n.long "
+                      "1\n.long 0\n"),
+              "a.o: __TEXT,__eh_frame+0x14: call frame record: pointer encoding 0x0 is not supported");
+    EXPECT_EQ(
+        errorOf(".long 20\n.long 0\n.byte 1,'z','L','R',0,1,124,8,2,0x10,0x10,0,0,0,0,0\n.long 16\n.long 28\n.long "
+                "_run - .\n.long 1\n.long 0\n"),
+        "a.o: __TEXT,__eh_frame+0x18: call frame record: damaged: it has no room for its handler table");
     EXPECT_EQ(errorOf(".long _run\n"), where + "a text relocation would be needed");
 }
 
