@@ -4,7 +4,7 @@
 preset := linux-i386
 build  := cmake --build --preset $(preset) --target
 
-.PHONY: help setup configure build demo test format check-format clean
+.PHONY: help setup configure build macos demo test test-macos format check-format clean
 .DEFAULT_GOAL := help
 
 help: ## this list
@@ -19,12 +19,18 @@ configure: setup
 build: configure ## the plug-in, the embedded host and everything beside them, in build/linux-i386
 	@$(build) all
 
+macos: configure ## the plug-in for 32-bit Intel macOS, build/macos-i386/NSUserDefaults.dylib
+	@$(build) macos
+
 demo: configure ## a short tour of the class in the embedded host
-	@$(build) plughost NSUserDefaults family
+	@$(build) plughost NSUserDefaults family $(filter macos,$(PLUGIN))
 	@host/plughost/demo.sh $(PLUGIN)
 
 test: build ## build and run every test; the last line counts them
 	@tools/run-tests.sh $(preset)
+
+test-macos: build ## the macOS plug-in's tests at every level of optimisation and with both kinds of fix-ups (minutes)
+	@tools/test-macos-variants.sh $(preset)
 
 format: setup ## format the sources
 	@tools/format.sh

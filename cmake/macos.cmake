@@ -74,21 +74,30 @@ function(add_macos_library output)
 endfunction()
 
 set(macos_dir "${PROJECT_SOURCE_DIR}/build/macos-i386")
-# The name by which an application would find the plug-in beside its own program; 10.4 knows no @rpath.
-set(macos_link_options -strip -export _REALPluginMain
-  -install_name @executable_path/../Frameworks/NSUserDefaults.dylib
-  -current_version ${PROJECT_VERSION} -compatibility_version 1.0.0)
+
+# add_macos_plugin(TARGET OUTPUT OPTIMIZATION [ALL]): a target that makes the plug-in at one level of optimisation and
+# looks whether a system could load it.
+function(add_macos_plugin target output optimization)
+  # The name by which an application would find the plug-in beside its own program; 10.4 knows no @rpath.
+  add_macos_library("${output}" OPTIMIZATION ${optimization} SOURCES ${product_sources}
+    LINK -strip -export _REALPluginMain
+      -install_name @executable_path/../Frameworks/NSUserDefaults.dylib
+      -current_version ${PROJECT_VERSION} -compatibility_version 1.0.0)
+  file(RELATIVE_PATH name "${PROJECT_SOURCE_DIR}/build" "${output}")
+  set(checked "${PROJECT_BINARY_DIR}/macos-objects/${name}/checked")
+  add_custom_command(OUTPUT "${checked}"
+    COMMAND "$<TARGET_FILE:check_dylib>" -symbols "${PROJECT_SOURCE_DIR}/tools/macho/symbols.txt" -export _REALPluginMain "${output}"
+    COMMAND "${CMAKE_COMMAND}" -E touch "${checked}"
+    DEPENDS "${output}" check_dylib
+    COMMENT "Checking ${name}" VERBATIM)
+  add_custom_target(${target} ${ARGN} DEPENDS "${checked}")
+endfunction()
 
 if(product_sources)
-  add_macos_library("${macos_dir}/NSUserDefaults.dylib" OPTIMIZATION -O2 SOURCES ${product_sources}
-    LINK ${macos_link_options})
-  add_custom_target(macos ALL DEPENDS "${macos_dir}/NSUserDefaults.dylib")
-
-  set(macos_variants)
+  add_macos_plugin(macos "${macos_dir}/NSUserDefaults.dylib" -O2 ALL)
+  add_custom_target(macos-variants)
   foreach(level O0 O1 O2 O3)
-    add_macos_library("${macos_dir}/${level}/NSUserDefaults.dylib" OPTIMIZATION -${level} SOURCES ${product_sources}
-      LINK ${macos_link_options})
-    list(APPEND macos_variants "${macos_dir}/${level}/NSUserDefaults.dylib")
+    add_macos_plugin(macos-${level} "${macos_dir}/${level}/NSUserDefaults.dylib" -${level})
+    add_dependencies(macos-variants macos-${level})
   endforeach()
-  add_custom_target(macos-variants DEPENDS ${macos_variants})
 endif()

@@ -4,6 +4,7 @@
 #include "host/host.h"
 
 #include <cstdlib>
+#include <filesystem>
 
 #ifdef HAVE_MACHORUN
 #include "tools/machorun/host_loader.h"
@@ -14,7 +15,10 @@ namespace support {
 std::string pluginUnderTest()
 {
     const char *named = getenv("PLUGIN_UNDER_TEST");
-    return named && *named ? named : std::string(kBuildDir) + "/NSUserDefaults.so";
+    std::filesystem::path path = named && *named ? named : std::string(kBuildDir) + "/NSUserDefaults.so";
+    // The macOS file at another level of optimisation stands in a folder of its own (tools/test-macos-variants.sh).
+    const char *level = getenv("MACOS_LEVEL");
+    return level && path.extension() == ".dylib" ? path.parent_path() / level / path.filename() : path;
 }
 
 std::string familyLibrary()
