@@ -6,11 +6,12 @@ here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 . "$here/common.sh"
 
 missing=()
-while read -r command package _; do
-    case $command in
-    '' | '#'*) continue ;;
+while read -r needed package _; do
+    case $needed in
+    "" | "#"*) ;;
+    /*) [ -e "$needed" ] || missing+=("$package") ;;
+    *) command -v "$needed" >/dev/null || missing+=("$package") ;;
     esac
-    command -v "$command" >/dev/null || missing+=("$package")
 done <"$here/build-tools.txt"
 if [ ${#missing[@]} -eq 0 ]; then
     exit 0
