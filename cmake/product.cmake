@@ -12,14 +12,20 @@ set_target_properties(product_objects PROPERTIES
   OBJCXX_VISIBILITY_PRESET hidden
   VISIBILITY_INLINES_HIDDEN ON)
 
-add_library(NSUserDefaults MODULE)
+# On a Mac a MODULE would become a bundle, which the oldest hosts cannot load; they want a dynamic library.
+if(APPLE)
+  add_library(NSUserDefaults SHARED)
+else()
+  add_library(NSUserDefaults MODULE)
+endif()
 target_link_libraries(NSUserDefaults PRIVATE product_objects)
 set_target_properties(NSUserDefaults PROPERTIES PREFIX "" LINKER_LANGUAGE OBJCXX)
 
 if(APPLE)
-  set_target_properties(NSUserDefaults PROPERTIES SUFFIX ".dylib")
+  set_target_properties(NSUserDefaults PROPERTIES
+    INSTALL_NAME_DIR "@executable_path/../Frameworks" BUILD_WITH_INSTALL_NAME_DIR ON)
   target_link_libraries(NSUserDefaults PRIVATE
-    "-framework AppKit" "-framework Foundation" "-framework CoreServices" "-framework CoreText")
+    "-framework AppKit" "-framework Foundation" "-framework CoreServices" "-framework ApplicationServices")
   target_link_options(NSUserDefaults PRIVATE "LINKER:-exported_symbol,_REALPluginMain")
 else()
   # First in the list of needed libraries: platform_gnustep takes the place of functions that GNUstep's own libraries
