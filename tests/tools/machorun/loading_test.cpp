@@ -4,6 +4,7 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <gmock/gmock.h>
 
 using machorun::Fixups;
@@ -155,6 +156,42 @@ TEST(Loading, EnvironmentMakesImportsAbsent)
     std::string error;
     EXPECT_EQ(machorun::LoadPlugin(kProduct.c_str(), error), nullptr);
     EXPECT_EQ(error, kProduct + " imports _CFRetain, which is absent");
+}
+
+// What the plug-in tells a host at its start.
+struct Registration {
+    int recordVersion = 0;
+    std::string className;
+} registered;
+
+void *lookUp(const char *name)
+{
+    if (std::string(name) == "RegisterPluginVersion")
+        return reinterpret_cast<void *>(+[](int32_t version) { registered.recordVersion = version; });
+    if (std::string(name) == "PluginRegisterClass")
+        return reinterpret_cast<void *>(
+            +[](const uint32_t *words) { registered.className = reinterpret_cast<const char *>(words[1]); });
+    return nullptr;
+}
+
+TEST(Loading, PluginStartsWithoutTheFunctionsOfLaterSystems)
+{
+    machorun::Options options;
+    std::ifstream table(SYMBOL_TABLE);
+    for (std::string line; std::getline(table, line);) {
+        if (size_t end = line.find(" weak"); end != std::string::npos && line[0] == '_')
+            options.absent.push_back(line.substr(0, end));
+    }
+    ASSERT_THAT(options.absent,
+                testing::IsSupersetOf({"_CFErrorGetTypeID", "_CTFontGetTypeID", "_CTRunDelegateGetTypeID"}));
+    std::string error;
+    void *library = Load(kProduct, error, options);
+    ASSERT_NE(library, nullptr) << error;
+    void *entry = machorun::FindExport(library, "REALPluginMain", error);
+    ASSERT_NE(entry, nullptr) << error;
+    reinterpret_cast<void (*)(void *(*)(const char *))>(entry)(lookUp);
+    EXPECT_EQ(registered.recordVersion, 9);
+    EXPECT_EQ(registered.className, "NSUserDefaultsKTZ");
 }
 
 TEST(Loading, HostLoaderKnowsMachOFilesByTheirMagic)
