@@ -9,7 +9,7 @@
 #include "host/plughost/files.h"
 #include "host/plughost/json_value.h"
 #ifdef PLUGHOST_MACHORUN
-#include "host/plughost/macho_loader.h"
+#include "tools/machorun/host_loader.h"
 #endif
 
 namespace plughost {
@@ -36,7 +36,7 @@ Session::Session(const Options &options) : _options(options), _host(host::Host::
     becomeApplication(options.domain, options.showLog);
     _host.use(profileFor(options));
 #ifdef PLUGHOST_MACHORUN
-    _host.addLoader(machoLoader());
+    _host.addLoader(machorun::HostLoader());
 #endif
     if (!options.withoutFamily)
         _host.load(besideProgram("Family.so"));

@@ -9,6 +9,7 @@
 #include <unistd.h>
 
 #include "ground.h"
+#include "tests/support/plugin_under_test.h"
 
 namespace plughost_test {
 
@@ -53,12 +54,14 @@ static Result run(Words words, const std::string &input)
     return result;
 }
 
+Result plughostWith(const std::string &plugin, const Words &arguments, const std::string &input)
+{
+    return run(Words{std::string(kBuildDir) + "/plughost", "--plugin", plugin} + arguments, input);
+}
+
 Result plughost(const Words &arguments, const std::string &input)
 {
-    Words words = {std::string(kBuildDir) + "/plughost"};
-    if (const char *plugin = getenv("PLUGIN_UNDER_TEST"))
-        words.insert(words.end(), {"--plugin", plugin});
-    return run(words + arguments, input);
+    return plughostWith(support::pluginUnderTest(), arguments, input);
 }
 
 Result defaultsTool(const Words &arguments)

@@ -16,6 +16,7 @@ using Words = std::vector<std::string>;
 
 // plughost with the plug-in under test. The defaults are those of the test's own folder.
 Result plughost(const Words &arguments, const std::string &input = "");
+Result plughostWith(const std::string &plugin, const Words &arguments, const std::string &input = "");
 Result defaultsTool(const Words &arguments);
 
 // What a command prints, without the last line's end; a failure of the command fails the test.

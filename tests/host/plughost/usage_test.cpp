@@ -55,7 +55,7 @@ TEST(WrongPlugin, IsOneLineAndStatusOne)
 {
     for (const std::string &file : {std::string("/nowhere/Plugin.so"), std::string("/etc"),
                                     temporaryFile("empty.so", ""), temporaryFile("text.dylib", "no library")}) {
-        Result result = plughost({"describe", "--plugin", file});
+        Result result = plughostWith(file, {"describe"});
         EXPECT_EQ(result.status, 1) << file;
         EXPECT_EQ(result.errors.rfind("plughost: ", 0), 0u) << result.errors;
         EXPECT_EQ(result.errors.find('\n'), result.errors.size() - 1) << result.errors;
