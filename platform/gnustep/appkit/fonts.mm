@@ -54,7 +54,8 @@ static NSArray *member(NSString *name, NSString *style, int weight, unsigned tra
     xHeight = height * 0.5f;
     capHeight = height * 0.7f;
     weight = [name hasSuffix:@"-Bold"] ? 9 : 5;
-    traits = [name hasSuffix:@"-Bold"] ? NSBoldFontMask : [name isEqualToString:@"Fixed"] ? NSFixedPitchFontMask : 0;
+    isFixedPitch = [name isEqualToString:@"Fixed"];
+    traits = [name hasSuffix:@"-Bold"] ? NSBoldFontMask : isFixedPitch ? NSFixedPitchFontMask : 0;
     maximumAdvancement = NSMakeSize(width, height);
     fontBBox = NSMakeRect(0, descender, width, height);
     mostCompatibleStringEncoding = NSUTF8StringEncoding;

@@ -66,7 +66,8 @@ static NSNumber *keyOf(int window)
 - (int)window:(NSRect)frame:(NSBackingStoreType)type:(unsigned int)style:(int)screen
 {
     ++lastWindow;
-    [self placewindow:frame:lastWindow];
+    [frames setObject:[NSValue valueWithRect:frame] forKey:keyOf(lastWindow)];
+    [self _setWindowOwnedByServer:lastWindow];
     return lastWindow;
 }
 
@@ -84,9 +85,26 @@ static NSNumber *keyOf(int window)
     return [[frames objectForKey:keyOf(window)] rectValue];
 }
 
+// A window takes its new frame from the events with which a display server answers.
+- (void)tellWindow:(int)window of:(GSAppKitSubtype)change with:(CGFloat)first and:(CGFloat)second
+{
+    NSEvent *event = [NSEvent otherEventWithType:NSAppKitDefined
+                                        location:[self windowbounds:window].origin
+                                   modifierFlags:0
+                                       timestamp:0
+                                    windowNumber:window
+                                         context:GSCurrentContext()
+                                         subtype:change
+                                           data1:first
+                                           data2:second];
+    [GSWindowWithNumber(window) sendEvent:event];
+}
+
 - (void)placewindow:(NSRect)frame:(int)window
 {
     [frames setObject:[NSValue valueWithRect:frame] forKey:keyOf(window)];
+    [self tellWindow:window of:GSAppKitWindowMoved with:frame.origin.x and:frame.origin.y];
+    [self tellWindow:window of:GSAppKitWindowResized with:frame.size.width and:frame.size.height];
 }
 
 - (void)movewindow:(NSPoint)origin:(int)window

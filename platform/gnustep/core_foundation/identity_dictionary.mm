@@ -3,6 +3,7 @@
 
 #import <Foundation/Foundation.h>
 
+#include <iterator>
 #include <new>
 #include <unordered_map>
 
@@ -57,6 +58,19 @@ using Entries = std::unordered_map<const void *, const void *>;
 - (NSEnumerator *)keyEnumerator
 {
     return [[[PlatformIdentityKeys alloc] initWithDictionary:self] autorelease];
+}
+
+- (NSUInteger)countByEnumeratingWithState:(NSFastEnumerationState *)state
+                                  objects:(id __unsafe_unretained[])buffer
+                                    count:(NSUInteger)length
+{
+    NSUInteger count = 0;
+    for (auto entry = std::next(entries.begin(), state->state); entry != entries.end() && count < length; ++entry)
+        buffer[count++] = (id)entry->first;
+    state->state += count;
+    state->itemsPtr = buffer;
+    state->mutationsPtr = &state->extra[0];
+    return count;
 }
 
 - (void)setObject:(id)object forKey:(id)key

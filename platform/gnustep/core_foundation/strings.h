@@ -12,7 +12,6 @@ NSString *newString(const UniChar *units, size_t length);
 
 Units unitsOf(NSString *string);
 
-// The string in a normal form; autoreleased.
-NSString *normalized(NSString *string, CFStringNormalizationForm form);
+Units normalized(const Units &text, CFStringNormalizationForm form);
 
 } // namespace platform

@@ -3,6 +3,8 @@
 #include <stdlib.h>
 #include <string.h>
 
+#include <algorithm>
+
 using namespace platform;
 
 @interface PlatformExactString : NSString {
@@ -46,6 +48,15 @@ using namespace platform;
     return [self retain];
 }
 
+// Behind another character a byte order mark is kept, and it stays when that character goes.
+- (id)mutableCopyWithZone:(NSZone *)zone
+{
+    NSMutableString *copy = [[NSMutableString allocWithZone:zone] initWithString:@"0"];
+    [copy appendString:self];
+    [copy deleteCharactersInRange:NSMakeRange(0, 1)];
+    return copy;
+}
+
 - (void)dealloc
 {
     free(units);
@@ -59,12 +70,10 @@ static bool foundationKeeps(const UniChar *units, size_t length)
     if (length && (units[0] == 0xFEFF || units[0] == 0xFFFE))
         return false;
     for (size_t i = 0; i < length; ++i) {
-        if ((units[i] & 0xF800) != 0xD800)
-            continue;
-        bool pair = (units[i] & 0xFC00) == 0xD800 && i + 1 < length && (units[i + 1] & 0xFC00) == 0xDC00;
-        if (!pair)
+        if (isLowSurrogate(units[i]) ||
+            (isHighSurrogate(units[i]) && (i + 1 == length || !isLowSurrogate(units[i + 1]))))
             return false;
-        ++i;
+        i += isHighSurrogate(units[i]);
     }
     return true;
 }
@@ -83,28 +92,49 @@ Units platform::unitsOf(NSString *string)
 }
 
 // GNUstep's conversion has room for three units for each unit of the text, too few for some Greek letters: it raises
-// for a text of such letters only. Padding with letters that stay as they are gives it more.
-NSString *platform::normalized(NSString *string, CFStringNormalizationForm form)
+// for a text of such letters only. Padding with letters that stay as they are gives it more; a digit in front, with
+// which nothing combines, keeps a leading byte order mark.
+static void appendNormalized(const UniChar *units, size_t length, CFStringNormalizationForm form, Units *result)
 {
-    NSUInteger padding = [string length] + 8;
-    NSString *padded = [string stringByPaddingToLength:[string length] + padding withString:@"x" startingAtIndex:0];
+    size_t padding = length + 8;
+    Units padded(1, '0');
+    padded.insert(padded.end(), units, units + length);
+    padded.insert(padded.end(), padding, 'x');
+    NSString *text = [newString(padded.data(), padded.size()) autorelease];
     switch (form) {
     case kCFStringNormalizationFormD:
-        padded = [padded decomposedStringWithCanonicalMapping];
+        text = [text decomposedStringWithCanonicalMapping];
         break;
     case kCFStringNormalizationFormKD:
-        padded = [padded decomposedStringWithCompatibilityMapping];
+        text = [text decomposedStringWithCompatibilityMapping];
         break;
     case kCFStringNormalizationFormC:
-        padded = [padded precomposedStringWithCanonicalMapping];
+        text = [text precomposedStringWithCanonicalMapping];
         break;
     case kCFStringNormalizationFormKC:
-        padded = [padded precomposedStringWithCompatibilityMapping];
+        text = [text precomposedStringWithCompatibilityMapping];
         break;
-    default:
-        return string;
     }
-    return [padded substringToIndex:[padded length] - padding];
+    padded = unitsOf(text);
+    result->insert(result->end(), padded.begin() + 1, padded.end() - padding);
+}
+
+// Half a surrogate pair, which GNUstep's conversion refuses, combines with nothing: what lies between such halves is
+// converted piece by piece.
+Units platform::normalized(const Units &text, CFStringNormalizationForm form)
+{
+    Units result;
+    size_t start = 0;
+    for (size_t i = 0; i <= text.size(); ++i) {
+        if (i + 1 < text.size() && isHighSurrogate(text[i]) && isLowSurrogate(text[i + 1])) {
+            ++i;
+        } else if (i == text.size() || isHighSurrogate(text[i]) || isLowSurrogate(text[i])) {
+            appendNormalized(text.data() + start, i - start, form, &result);
+            result.insert(result.end(), text.begin() + i, text.begin() + std::min(i + 1, text.size()));
+            start = i + 1;
+        }
+    }
+    return result;
 }
 
 CFStringRef CFStringCreateWithBytes(CFAllocatorRef, const UInt8 *bytes, CFIndex length, CFStringEncoding encoding,
@@ -159,5 +189,6 @@ Boolean CFStringGetCString(CFStringRef string, char *buffer, CFIndex size, CFStr
 void CFStringNormalize(CFMutableStringRef string, CFStringNormalizationForm form)
 {
     NSMutableString *text = (NSMutableString *)string;
-    [text setString:normalized(text, form)];
+    Units units = normalized(unitsOf(text), form);
+    [text setString:[newString(units.data(), units.size()) autorelease]];
 }

@@ -9,6 +9,15 @@ namespace platform {
 
 using Units = std::vector<UniChar>;
 
+inline bool isHighSurrogate(uint32_t unit)
+{
+    return (unit & 0xFC00) == 0xD800;
+}
+inline bool isLowSurrogate(uint32_t unit)
+{
+    return (unit & 0xFC00) == 0xDC00;
+}
+
 // The text of bytes in an encoding; false for an unknown encoding and for bytes that are no text in it. A byte order
 // mark at the front is a character like any other, unless the bytes are an external representation.
 bool decodeText(const UInt8 *bytes, size_t length, CFStringEncoding encoding, bool external, Units *text);

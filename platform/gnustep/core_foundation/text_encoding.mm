@@ -50,15 +50,6 @@ const UniChar macRomanUpperHalf[128] = {
 };
 // clang-format on
 
-bool isHighSurrogate(uint32_t unit)
-{
-    return (unit & 0xFC00) == 0xD800;
-}
-bool isLowSurrogate(uint32_t unit)
-{
-    return (unit & 0xFC00) == 0xDC00;
-}
-
 bool appendCharacter(uint32_t character, Units *text)
 {
     if (character > 0x10FFFF || (character & 0xFFFFF800) == 0xD800)

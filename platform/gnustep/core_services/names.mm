@@ -14,14 +14,6 @@ bool decodeUTF8(const std::string &bytes, Units *units)
     return decodeText(reinterpret_cast<const UInt8 *>(bytes.data()), bytes.size(), kCFStringEncodingUTF8, false, units);
 }
 
-Units inForm(const Units &units, CFStringNormalizationForm form)
-{
-    NSString *string = newString(units.data(), units.size());
-    Units result = unitsOf(normalized(string, form));
-    [string release];
-    return result;
-}
-
 template <typename Text>
 void swapColonAndSlash(Text *text)
 {
@@ -38,7 +30,7 @@ std::string decomposed(const std::string &name)
     std::string result;
     if (ascii || !decodeUTF8(name, &units))
         return name;
-    encodeText(inForm(units, kCFStringNormalizationFormD), kCFStringEncodingUTF8, &result);
+    encodeText(normalized(units, kCFStringNormalizationFormD), kCFStringEncodingUTF8, &result);
     return result;
 }
 
@@ -67,7 +59,8 @@ bool macRomanName(const std::string &diskName, StrFileName name)
     Units units;
     std::string bytes;
     if (!decodeUTF8(diskName, &units) ||
-        !encodeText(inForm(units, kCFStringNormalizationFormC), kCFStringEncodingMacRoman, &bytes) || bytes.size() > 63)
+        !encodeText(normalized(units, kCFStringNormalizationFormC), kCFStringEncodingMacRoman, &bytes) ||
+        bytes.size() > 63)
         return false;
     swapColonAndSlash(&bytes);
     name[0] = bytes.size();

@@ -251,7 +251,8 @@ private:
         UInt64 low = getNumber(bytes + position, width);
         if (power == 4 && low >> 63)
             return [NSNumber numberWithUnsignedLongLong:low];
-        return [NSNumber numberWithLongLong:low];
+        SInt64 value = low;
+        return value == static_cast<int>(value) ? [NSNumber numberWithInt:value] : [NSNumber numberWithLongLong:value];
     }
 
     template <typename Float, typename Bits>

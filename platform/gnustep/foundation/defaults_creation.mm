@@ -29,6 +29,7 @@ static bool isKnownUser(NSString *name)
 
 static id standardUserDefaults(id self, SEL selector)
 {
+    platform::initialize(self);
     ++makingStandard;
     @try {
         return standardBefore(self, selector);

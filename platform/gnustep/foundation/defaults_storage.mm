@@ -32,6 +32,7 @@ static BOOL synchronizeDomain(id self, SEL selector)
 
 static NSData *writeList(id self, SEL selector, id root, NSPropertyListFormat format, NSString **error)
 {
+    platform::initialize(self);
     return synchronizingDomain ? platform::binaryPropertyList(root, error)
                                : writeBefore(self, selector, root, format, error);
 }
@@ -39,6 +40,7 @@ static NSData *writeList(id self, SEL selector, id root, NSPropertyListFormat fo
 static id readList(id self, SEL selector, NSData *data, NSPropertyListReadOptions options, NSPropertyListFormat *format,
                    NSError **error)
 {
+    platform::initialize(self);
     id root = synchronizingDomain ? platform::propertyListFromBinary(data) : nil;
     return root ? root : readBefore(self, selector, data, options, format, error);
 }

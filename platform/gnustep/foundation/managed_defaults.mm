@@ -32,7 +32,7 @@ struct Folder {
 
 // The calls below may come from any thread, and from within themselves while the folder is read.
 std::recursive_mutex lock;
-std::vector<Folder> folders;
+std::vector<Folder> &folders = *new std::vector<Folder>; // used until the very end of the process
 bool reading;
 
 NSDictionary *readDomain(NSString *path)

@@ -2,6 +2,7 @@
 // any message is sent to the class concerned: only runtime functions may be used there.
 #pragma once
 
+#import <Foundation/Foundation.h>
 #include <objc/runtime.h>
 
 namespace platform {
@@ -27,6 +28,13 @@ template <typename Implementation>
 Implementation replaceClassMethod(const char *className, const char *name, Implementation with)
 {
     return replaceMethod(object_getClass((id)objc_getClass(className)), name, with);
+}
+
+// GCC's runtime enters a new implementation into the table that all classes share until they are initialised, so a
+// first message with its name initialises nothing. The replacement of a class method calls this first.
+inline void initialize(id someClass)
+{
+    [someClass self];
 }
 
 } // namespace platform
