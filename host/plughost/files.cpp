@@ -16,6 +16,11 @@ static std::string readAll(std::istream &stream)
     return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
 }
 
+std::string nameOfFile(const std::string &path)
+{
+    return path == "-" ? "standard input" : path;
+}
+
 std::string readFile(const std::string &path)
 {
     if (path == "-")

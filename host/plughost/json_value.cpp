@@ -347,11 +347,20 @@ Value valueOfJson(const std::string &text, const std::string &what)
     }
 }
 
+std::string sortOf(const Value &value)
+{
+    if (value.isArray())
+        return "a list";
+    if (value.isA("Dictionary"))
+        return "an object";
+    return value.isString() ? "text" : value.typeName();
+}
+
 Value dictionaryOfJson(const std::string &text, const std::string &what)
 {
     Value value = valueOfJson(text, what);
     if (!value.isA("Dictionary"))
-        throw InputError(what + ": expected a JSON object, found " + value.typeName());
+        throw InputError(what + ": expected a JSON object, found " + sortOf(value));
     return value;
 }
 

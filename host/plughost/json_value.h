@@ -24,6 +24,9 @@ enum class JsonLayout { OneLine, Indented };
 // Dictionaries are written in the order of their keys, so that equal values give equal text.
 std::string jsonOf(const host::Value &value, JsonLayout layout = JsonLayout::OneLine);
 
+// A value's sort in words, for messages: "a list", "an object", "text", "boolean".
+std::string sortOf(const host::Value &value);
+
 // `what` names the text in messages: a file, an argument. Both throw InputError, which says what is wrong and where.
 host::Value valueOfJson(const std::string &text, const std::string &what);
 host::Value dictionaryOfJson(const std::string &text, const std::string &what);

@@ -61,7 +61,7 @@ const host::Value &Session::defaults()
     for (const std::string &suite : _options.suites)
         _host.call(_defaults, "addSuiteNamed", {suite});
     for (const std::string &file : _options.registrations)
-        _host.call(_defaults, "registerDefaults", {dictionaryOfJson(readFile(file), file)});
+        _host.call(_defaults, "registerDefaults", {dictionaryOfJson(readFile(file), nameOfFile(file))});
     return _defaults;
 }
 

@@ -255,7 +255,7 @@ static Value arrayOfJson(const std::string &text, const std::string &what)
 {
     Value value = valueOfJson(text, what);
     if (!value.isArray())
-        throw InputError(what + ": expected a JSON list, found " + value.typeName());
+        throw InputError(what + ": expected a JSON list, found " + sortOf(value));
     return value;
 }
 
@@ -266,7 +266,7 @@ static Value stringsOfJson(const std::string &text, const std::string &what)
     for (int32_t i = 0; i < list.count(); i++) {
         Value element = list.at(i);
         if (!element.isString())
-            throw InputError(what + ": /" + std::to_string(i) + ": expected text, found " + element.typeName());
+            throw InputError(what + ": /" + std::to_string(i) + ": expected text, found " + sortOf(element));
         strings.append(element);
     }
     return strings;

@@ -103,14 +103,14 @@ void addCall(Program &program)
     CLI::App *command = program.add("call", "Call any method of the class and print its result");
     auto call = std::make_shared<Call>();
     addPlainArgument(command, "METHOD", call->name, "A method's name, or its declaration")->required();
-    CLI::callback_t takeArguments = [call](const CLI::results_t &results) {
-        call->arguments = results;
-        return true;
-    };
-    command->add_option("ARG", takeArguments, "An argument, written as for plughost set")
-        ->type_size(1)
-        ->expected(0, -1)
-        ->allow_extra_args(false);
+    // One option for each, because the library would split "[a,b]" in an option that takes several.
+    for (const char *name : {"ARG1", "ARG2", "ARG3", "ARG4"}) {
+        CLI::callback_t take = [call](const CLI::results_t &results) {
+            call->arguments.push_back(results.front());
+            return true;
+        };
+        command->add_option(name, take, "An argument, written as for plughost set")->type_size(1)->expected(1);
+    }
     CLI::callback_t takeAssigned = [call](const CLI::results_t &results) {
         call->assigned = results.front();
         return call->assigns = true;

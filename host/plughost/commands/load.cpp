@@ -18,7 +18,7 @@ struct Load {
 
     void run(Session &session) const
     {
-        host::Value values = dictionaryOfJson(readFile(file), file == "-" ? "standard input" : file);
+        host::Value values = dictionaryOfJson(readFile(file), nameOfFile(file));
         int32_t stored = intoDomain ? storeDomain(session, values) : storeDifferences(session, values);
         session.save();
         printf("%d of %d values stored\n", int(stored), int(values.count()));
@@ -31,16 +31,19 @@ private:
         return values.count();
     }
 
-    // A value that reads the same already is left where it is: a dump holds what the system provides, too, and that is
-    // not to become the application's own.
+    // A dump holds what the system provides, too, and that is not to become the application's own: values that read the
+    // same already, and those of GNUstep's configuration, which a dump made elsewhere has otherwise (paths).
     static int32_t storeDifferences(Session &session, const host::Value &values)
     {
+        host::Value configuration = session.call("volatileDomainForName", {"GSConfigDomain"});
         int32_t stored = 0;
         for (int32_t i = 0; i < values.count(); i++) {
             host::Value key = values.keyAt(i);
             if (!key.isString())
                 throw InputError("the key " + jsonOf(key) + " is no text");
             host::Value value = values.lookup(key);
+            if (!configuration.isNil() && configuration.hasKey(key))
+                continue;
             if (jsonOf(value) == jsonOf(session.call("variantForKey", {key})))
                 continue;
             session.call("setVariantValue", {key, value});

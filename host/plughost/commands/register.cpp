@@ -16,7 +16,7 @@ void addRegister(Program &program)
     command->footer("Registered defaults are never written to disk. They live as long as the process:\n"
                     "give --register FILE to any other command that is to see them.");
     program.onSession(command, [file](Session &session) {
-        host::Value defaults = dictionaryOfJson(readFile(*file), *file);
+        host::Value defaults = dictionaryOfJson(readFile(*file), nameOfFile(*file));
         printChange(session, [&] { session.call("registerDefaults", {defaults}); });
     });
 }

@@ -195,7 +195,7 @@ struct Tour {
         Term own = out.dim("own", "Dictionary", d, "persistentDomainForName", {kDomain});
         out.fact("own.Count = 8", own.value.count() == 8);
         out.fact("own.HasKey(\"Window\")", own.value.hasKey("Window"));
-        out.fact("own.HasKey(\"TourSession\")", !own.value.hasKey("TourSession"), false);
+        out.fact("own.HasKey(\"TourSession\")", own.value.hasKey("TourSession"), false);
         Term all = out.dim("all", "Dictionary", d, "dictionaryRepresentation");
         out.remark("every domain of the search list in one Dictionary");
         out.fact("all.Count > own.Count", all.value.count() > own.value.count());

@@ -1,5 +1,7 @@
 // The commands besides get and set.
 #include <gtest/gtest.h>
+#include <pwd.h>
+#include <unistd.h>
 
 #include "tests/host/plughost/program.h"
 
@@ -104,7 +106,7 @@ TEST(Call, RefusesWhatTheClassDoesNotHave)
         {{"call", "synchronize", "now"}, "\"synchronize as boolean\" takes 0 arguments, not 1"},
         {{"call", "synchronize", "--assign", "true"}, "\"synchronize as boolean\" cannot be assigned to"},
         {{"call", "setIntegerValue", "Key", "five"}, "value: \"five\" is not of type integer"},
-        {{"call", "registerDefaults", "[]"}, "dic: expected a JSON object, found array of variant"},
+        {{"call", "registerDefaults", "[]"}, "dic: expected a JSON object, found a list"},
     };
     for (const auto &row : rows) {
         Result result = plughost(row.words);
@@ -165,7 +167,7 @@ TEST(Registering, ShowsTheDefaultsThatTakeEffect)
     EXPECT_EQ(printed({"get", "integer", "Columns", "--register", file}), "80");
     Result result = plughost({"register", "-"}, "[1]");
     EXPECT_EQ(result.status, 1);
-    EXPECT_EQ(result.errors, "plughost: standard input: expected a JSON object, found array of variant\n");
+    EXPECT_EQ(result.errors, "plughost: standard input: expected a JSON object, found a list\n");
 }
 
 TEST(Forced, AnswersForOneKey)
@@ -184,7 +186,7 @@ TEST(Options, AnotherDomainIsAnotherApplication)
 TEST(Options, CommandLineArgumentsAreNoDefaults)
 {
     EXPECT_EQ(printed({"get", "string", "host", "--host", "2014.1"}), "");
-    EXPECT_EQ(printed({"get", "string", "-host", "--host", "2014.1"}), "");
+    EXPECT_EQ(printed({"get", "string", "--host", "2014.1", "--", "-host"}), "");
 }
 
 TEST(Options, ADefaultsFolderIsMadeAndKeptApart)
@@ -203,9 +205,19 @@ TEST(Options, TheCompanionLibraryCanBeLeftOut)
 
 TEST(Options, AUsersDefaultsAreRead)
 {
+    std::string me = getpwuid(getuid())->pw_name;
     printed({"set", "string", "Key", "text"});
-    EXPECT_EQ(printed({"get", "string", "Key", "--user", "nobody-of-that-name"}),
-              printed({"get", "string", "Key", "--user", ""}));
+    EXPECT_EQ(printed({"get", "string", "Key", "--user", me}), "text");
+    printed({"set", "string", "Key", "other", "--user", me});
+    EXPECT_EQ(printed({"get", "string", "Key"}), "other");
+}
+
+TEST(Options, AnUnknownUserHasNoDefaults)
+{
+    EXPECT_EQ(printed({"get", "integer", "Key", "--user", "no such user"}), "0");
+    Result result = plughost({"set", "integer", "Key", "5", "--user", "no such user"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.errors, "plughost: the defaults could not be written to disk\n");
 }
 
 TEST(Options, HandlesAreBalancedAfterEveryCommand)

@@ -1,6 +1,7 @@
 // The database that plughost fills is the system's own: its defaults tool reads and writes the same.
-#include <cstring>
+#include <algorithm>
 #include <gtest/gtest.h>
+#include <sstream>
 
 #include "tests/host/plughost/program.h"
 
@@ -16,7 +17,7 @@ TEST(Database, TextIsPrintedByTheDefaultsTool)
 
 TEST(Database, WhatTheDefaultsToolWroteIsPrinted)
 {
-    ASSERT_EQ(defaultsTool({"write", "plughost", "Visitor", "'Ada Lovelace'"}).status, 0);
+    ASSERT_EQ(defaultsTool({"write", "plughost", "Visitor", "Ada Lovelace"}).status, 0);
     EXPECT_EQ(printed({"get", "string", "Visitor"}), "Ada Lovelace");
     ASSERT_EQ(defaultsTool({"write", "plughost", "List", "(one, (two, three), {a = b;}, <00ff>)"}).status, 0);
     EXPECT_EQ(printed({"get", "variant", "List"}), R"(["one",["two","three"],{"a":"b"},{"$data":"00ff"}])");
@@ -33,6 +34,17 @@ static const char kEverything[] = R"({
 
 static const Words kFirst = {"--domain", "com.example.first"};
 
+// GNUstep's configuration names the defaults folder.
+static std::string withoutConfiguration(const std::string &dump)
+{
+    std::istringstream stream(dump);
+    std::string rest;
+    for (std::string line; std::getline(stream, line);)
+        if (line.rfind("  \"GNUSTEP_USER_DEFAULTS_DIR\": ", 0) != 0)
+            rest += line + "\n";
+    return rest;
+}
+
 TEST(Dump, FedBackGivesTheSameDatabase)
 {
     Words here = kFirst + Words{"--defaults-dir", temporaryFolder("here")};
@@ -47,10 +59,21 @@ TEST(Dump, FedBackGivesTheSameDatabase)
     loaded = plughost(Words{"load", "-"} + there, dump);
     ASSERT_EQ(loaded.status, 0) << loaded.errors;
 
-    EXPECT_EQ(printed(Words{"dump"} + there), dump);
+    EXPECT_EQ(withoutConfiguration(printed(Words{"dump"} + there)), withoutConfiguration(dump));
     EXPECT_EQ(printed(Words{"dump", "com.example.first"} + there), printed(Words{"dump", "com.example.first"} + here));
     EXPECT_EQ(printed(Words{"get", "url", "Home"} + there), "http://example.com/");
     EXPECT_EQ(printed(Words{"get", "file", "Log"} + there), "/etc/hosts");
+}
+
+// The tool prints a domain's keys in no order.
+static std::vector<std::string> sortedLines(const std::string &text, const std::string &domain)
+{
+    std::istringstream stream(text);
+    std::vector<std::string> lines;
+    for (std::string line; std::getline(stream, line);)
+        lines.push_back(line.rfind(domain, 0) == 0 ? line.substr(domain.size()) : line);
+    std::sort(lines.begin(), lines.end());
+    return lines;
 }
 
 TEST(Dump, ByTheDefaultsToolIsTheSameAfterFeedingBackToo)
@@ -62,11 +85,7 @@ TEST(Dump, ByTheDefaultsToolIsTheSameAfterFeedingBackToo)
     std::string firstText = defaultsTool({"read", "First"}).output;
     std::string secondText = defaultsTool({"read", "Second"}).output;
     ASSERT_EQ(firstText.rfind("First ", 0), 0u);
-    for (std::string *text : {&firstText, &secondText})
-        for (const char *name : {"First ", "Second "})
-            for (size_t at; (at = text->find(name)) != std::string::npos;)
-                text->erase(at, strlen(name));
-    EXPECT_EQ(firstText, secondText);
+    EXPECT_EQ(sortedLines(firstText, "First "), sortedLines(secondText, "Second "));
 }
 
 TEST(Dump, OfAnUnknownDomainIsBadInput)

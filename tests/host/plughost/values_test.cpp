@@ -157,6 +157,6 @@ INSTANTIATE_TEST_SUITE_P(
                         "Key: \"today\" is no date, such as 2012-02-29 or 2012-02-29T10:20:30 (local time, no zone)"},
                     BadValue{"date", "2011-02-29", "Key: \"2011-02-29\" is not in the calendar"},
                     BadValue{"date", "2012-02-29T24:00:00", "Key: \"2012-02-29T24:00:00\" is not in the calendar"},
-                    BadValue{"dictionary", "[1]", "Key: expected a JSON object, found array of variant"},
-                    BadValue{"array", "{}", "Key: expected a JSON list, found Dictionary"},
+                    BadValue{"dictionary", "[1]", "Key: expected a JSON object, found a list"},
+                    BadValue{"array", "{}", "Key: expected a JSON list, found an object"},
                     BadValue{"stringarray", "[\"a\", 5]", "Key: /1: expected text, found integer"}));
