@@ -76,8 +76,10 @@ void Session::save()
         throw InputError("the defaults could not be written to disk");
 }
 
-static void printLine(const std::string &line)
+static void printLine(std::string line)
 {
+    // Cocoa describes collections over several lines.
+    std::replace(line.begin(), line.end(), '\n', ' ');
     fprintf(stderr, "plughost: %s\n", line.c_str());
 }
 

@@ -31,16 +31,4 @@ host::Value valueOfText(ValueType::Kind kind, const std::string &text, const std
 // What valueOfText reads, and "nil" for nil; other kinds than scalars and text as JSON.
 std::string textOfValue(const host::Value &value);
 
-// The single forms; readers throw InputError.
-double doubleOfText(const std::string &text); // "NaN", "Infinity" and "-Infinity" too
-std::string textOfDouble(double value);       // the shortest text that gives the same value again
-std::string textOfSingle(float value);
-std::string bytesOfText(const std::string &hexadecimal);
-std::string textOfBytes(const std::string &bytes);
-host::Value dateOfText(const std::string &iso8601); // without a zone: wall-clock time
-std::string textOfDate(const host::Value &date);
-host::Value fileOfText(const std::string &path); // made absolute; the folder it lies in must exist
-uint32_t colorOfText(const std::string &text);   // "#RRGGBB"
-std::string textOfColor(uint32_t rgb);
-
 } // namespace plughost

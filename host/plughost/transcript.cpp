@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "ground.h"
+#include "host/plughost/text_forms.h"
 #include "host/plughost/text_value.h"
 
 namespace plughost {

@@ -194,6 +194,7 @@ struct Tour {
         out.heading("Everything at once");
         Term own = out.dim("own", "Dictionary", d, "persistentDomainForName", {kDomain});
         out.fact("own.Count = 8", own.value.count() == 8);
+        out.command("defaults read Tour | grep -c '^Tour '", "8");
         out.fact("own.HasKey(\"Window\")", own.value.hasKey("Window"));
         out.fact("own.HasKey(\"TourSession\")", own.value.hasKey("TourSession"), false);
         Term all = out.dim("all", "Dictionary", d, "dictionaryRepresentation");
