@@ -1,4 +1,4 @@
-// The test library, loaded once for each level of optimisation and each encoding of the fix-ups.
+// The test library, loaded at each level of optimisation and by each encoding of its fix-ups.
 #pragma once
 
 #include "tools/machorun/machorun.h"
