@@ -189,6 +189,15 @@ TEST(Options, CommandLineArgumentsAreNoDefaults)
     EXPECT_EQ(printed({"get", "string", "--host", "2014.1", "--", "-host"}), "");
 }
 
+// Without VarType a Variant's type is its property "Type"; without the entry that reads properties, too, it has none.
+TEST(Options, SeveralEntryPointsCanBeLeftOut)
+{
+    printed({"--without", "VarType", "set", "variant", "Key", "5"});
+    EXPECT_EQ(printed({"get", "variant", "Key"}), "5");
+    printed({"set", "variant", "Key", "6", "--without", "VarType", "--without", "REALGetPropValueInt"});
+    EXPECT_EQ(printed({"get", "variant", "Key"}), "nil");
+}
+
 TEST(Options, ADefaultsFolderIsMadeAndKeptApart)
 {
     std::string folder = temporaryFolder("outer") + "/with space/inner";
