@@ -1,7 +1,7 @@
 // Puts something else in the place of a method of Cocoa for as long as the object lives.
 #pragma once
 
-#include <string>
+#include <climits>
 
 namespace support {
 
@@ -21,17 +21,17 @@ private:
     void *_usual;
 };
 
-// The method raises an NSException. One kind of exception at a time: the names of the newest one count.
+// The method raises an NSException with the name "NSTestException" and the reason "raised by the test" the first
+// `times` that it is called, and gives nil afterwards: Cocoa uses its methods too, in NSLog for one. One at a time.
 class RaisingMethod {
 public:
-    RaisingMethod(const char *className, const char *selector, MethodOf kind = MethodOf::Instance,
-                  const std::string &name = "NSTestException", const std::string &reason = "raised by the test");
+    RaisingMethod(const char *className, const char *selector, MethodOf kind = MethodOf::Instance, int times = INT_MAX);
 
 private:
     CocoaMethod _method;
 };
 
-// What is logged for the exception of a RaisingMethod with the usual name and reason.
+// What is logged for the exception of a RaisingMethod.
 inline constexpr char kRaisingMethodLogLine[] = "A NSTestException: raised by the test, Info: (null)\n";
 
 } // namespace support

@@ -4,13 +4,15 @@
 #import <objc/runtime.h>
 
 #include <stdexcept>
+#include <string>
 
-static std::string exceptionName;
-static std::string exceptionReason;
+static int timesLeft;
 
-static void raiseForTest(id, SEL)
+static id raiseForTest(id, SEL)
 {
-    [NSException raise:[NSString stringWithUTF8String:exceptionName.c_str()] format:@"%s", exceptionReason.c_str()];
+    if (timesLeft-- > 0)
+        [NSException raise:@"NSTestException" format:@"raised by the test"];
+    return nil;
 }
 
 namespace support {
@@ -31,12 +33,10 @@ CocoaMethod::~CocoaMethod()
     method_setImplementation(static_cast<Method>(_method), reinterpret_cast<IMP>(_usual));
 }
 
-RaisingMethod::RaisingMethod(const char *className, const char *selector, MethodOf kind, const std::string &name,
-                             const std::string &reason)
+RaisingMethod::RaisingMethod(const char *className, const char *selector, MethodOf kind, int times)
     : _method(className, selector, kind, reinterpret_cast<void *>(raiseForTest))
 {
-    exceptionName = name;
-    exceptionReason = reason;
+    timesLeft = times;
 }
 
 } // namespace support

@@ -21,6 +21,12 @@ std::string pluginUnderTest()
     return level && path.extension() == ".dylib" ? path.parent_path() / level / path.filename() : path;
 }
 
+bool isMachO()
+{
+    const std::string path = pluginUnderTest(), ending = ".dylib";
+    return path.size() > ending.size() && path.compare(path.size() - ending.size(), ending.size(), ending) == 0;
+}
+
 std::string familyLibrary()
 {
     return std::string(kBuildDir) + "/Family.so";

@@ -8,6 +8,9 @@ namespace support {
 // PLUGIN_UNDER_TEST of the environment, else the plug-in of this build.
 std::string pluginUnderTest();
 
+// Whether that is the file for macOS.
+bool isMachO();
+
 // The companion library of this build.
 std::string familyLibrary();
 
