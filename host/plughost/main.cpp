@@ -4,7 +4,6 @@
 
 #include "ground.h"
 #include "host/exception.h"
-#include "host/plughost/commands/validate.h"
 #include "host/plughost/environment.h"
 #include "host/plughost/errors.h"
 #include "host/plughost/program.h"
@@ -68,7 +67,6 @@ static void addCommands(Program &program)
     addDump(program);
     addLoad(program);
     addTour(program);
-    addValidate(program);
 }
 
 static int printError(const char *message, int status)
