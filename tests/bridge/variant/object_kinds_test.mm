@@ -1,0 +1,107 @@
+// For which kind a Cocoa object is taken: the first that fits, in one order.
+#include "tests/bridge/crossing.h"
+
+using host::Value;
+
+// Says NO to every class that it is asked for, except those named, and writes the names down.
+@interface ObjectOfKinds : NSObject {
+@public
+    std::vector<std::string> *asked;
+    std::vector<std::string> kinds;
+}
+@end
+
+@implementation ObjectOfKinds
+
+- (BOOL)isKindOfClass:(Class)kind
+{
+    if (asked)
+        asked->push_back(kind ? [NSStringFromClass(kind) UTF8String] : "Nil");
+    for (const std::string &each : kinds)
+        if (kind && each == [NSStringFromClass(kind) UTF8String])
+            return YES;
+    return NO;
+}
+
+@end
+
+namespace {
+
+const std::vector<std::string> kKindsInOrder = {
+    "NSArray",
+    "NSSet",
+    "NSString",
+    "NSData",
+    "NSNumber",
+    "NSDate",
+    "NSDictionary",
+    "NSAttributedString",
+    "NSCalendar",
+    "NSError",
+    "NSRunningApplication",
+    "NSFont",
+    "NSFileHandle",
+    "NSCharacterSet",
+    "NSLocale",
+    "NSTimer",
+    "NSWindow",
+    "NSView",
+    "NSTimeZone",
+    "NSParagraphStyle",
+    "NSURL",
+    "KTZREALobjectWrapper",
+    "NSValue",
+};
+
+class ObjectKinds : public CrossingTest {};
+
+} // namespace
+
+TEST_F(ObjectKinds, ObjectsAreAskedForTheirKindInOneOrder)
+{
+    start();
+    host.removeClass("NSObjectKTZ");
+    std::vector<std::string> asked;
+    ObjectOfKinds *object = [[[ObjectOfKinds alloc] init] autorelease];
+    object->asked = &asked;
+    EXPECT_TRUE(toHost(object).isNil());
+    EXPECT_EQ(asked, kKindsInOrder);
+}
+
+TEST_F(ObjectKinds, TheFirstKindThatFitsDecidesAndNoOtherIsAsked)
+{
+    start();
+    for (size_t i = 0; i < kKindsInOrder.size(); i++) {
+        if (kKindsInOrder[i] != "NSAttributedString" && kKindsInOrder[i] != "NSError" && kKindsInOrder[i] != "NSTimer")
+            continue; // their conversions send the object nothing but retain
+        SCOPED_TRACE(kKindsInOrder[i]);
+        const std::string wrapper = i == 7 ? "ObjectOfKindsKTZ" : kKindsInOrder[i] + "KTZ";
+        defineWrapperClass(wrapper);
+        std::vector<std::string> asked;
+        ObjectOfKinds *object = [[[ObjectOfKinds alloc] init] autorelease];
+        object->kinds.assign(kKindsInOrder.begin() + i, kKindsInOrder.end());
+        Value value;
+        object->asked = &asked;
+        value = toHost(object);
+        object->asked = nullptr;
+        ASSERT_TRUE(value.isObject());
+        EXPECT_EQ(value.className(), wrapper);
+        std::vector<std::string> expected(kKindsInOrder.begin(), kKindsInOrder.begin() + i + 1);
+        if (i == 7)
+            expected.push_back("NSAttributedString"); // the walk asks again
+        EXPECT_EQ(asked, expected);
+        [carriedBy(value) release];
+        wordsOf(value)[0] = 0;
+    }
+}
+
+TEST_F(ObjectKinds, AKindThatCannotBeConvertedIsNilAndNoLaterKindIsTried)
+{
+    start();
+    defineWrapperClass("ObjectOfKindsKTZ");
+    defineWrapperClass("NSValueKTZ");
+    host.removeClass("NSErrorKTZ");
+    ObjectOfKinds *object = [[[ObjectOfKinds alloc] init] autorelease];
+    object->kinds = {"NSError", "NSValue"};
+    EXPECT_TRUE(toHost(object).isNil());
+}
