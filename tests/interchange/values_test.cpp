@@ -1,51 +1,18 @@
 // Arrays, Dictionaries, data and dates between a host program and GNUstep's own tools, which nobody here wrote: the
 // `defaults` command and `pldes`, which describes a property list's file.
 #include "ground.h"
+#include "tests/interchange/tools.h"
 #include "tests/support/host_test.h"
 
-#include <cstdio>
-#include <sys/wait.h>
-
 using host::Value;
+using interchange::onOneLine;
+using interchange::outputOf;
+using interchange::quoted;
 
 namespace {
 
 // The name of the test program, under which Foundation keeps its defaults.
-const char kDomain[] = "interchange_values_tests";
-
-std::string quoted(const std::string &text)
-{
-    std::string result = "'";
-    for (char c : text)
-        result += c == '\'' ? std::string("'\\''") : std::string(1, c);
-    return result + "'";
-}
-
-std::string outputOf(const std::string &command)
-{
-    std::string output;
-    FILE *pipe = popen(command.c_str(), "r");
-    char part[4096];
-    while (size_t size = fread(part, 1, sizeof part, pipe))
-        output.append(part, size);
-    EXPECT_EQ(pclose(pipe), 0) << command << "\n" << output;
-    return output;
-}
-
-// Words with one space between them: the tools' line breaks and indentation say nothing.
-std::string onOneLine(const std::string &text)
-{
-    std::string line;
-    for (char c : text) {
-        if (!isspace(static_cast<unsigned char>(c)))
-            line += c;
-        else if (!line.empty() && line.back() != ' ')
-            line += ' ';
-    }
-    while (!line.empty() && line.back() == ' ')
-        line.pop_back();
-    return line;
-}
+const char kDomain[] = "interchange_tests";
 
 std::string defaultsFolder()
 {
