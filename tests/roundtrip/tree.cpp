@@ -175,7 +175,7 @@ std::string Tree::difference(const Value &readBack, const std::string &path) con
         for (size_t i = 0; i < keys.size(); i++) {
             if (!readBack.hasKey(keys[i]))
                 return wrong(path, "a key " + Value(keys[i]).describe(), readBack);
-            std::string found = elements[i].difference(readBack.lookup(keys[i]), path + "." + keys[i]);
+            std::string found = elements[i].difference(readBack.lookup(keys[i]), path + "{" + std::to_string(i) + "}");
             if (!found.empty())
                 return found;
         }

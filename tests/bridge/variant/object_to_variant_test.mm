@@ -159,6 +159,21 @@ TEST_F(ObjectToVariant, AnObjectWithALiveWrapperComesBackAsItWhateverItsKind)
     }
 }
 
+TEST_F(ObjectToVariant, AnObjectWithALiveWrapperComesBackAlsoFromAHostWithoutLocks)
+{
+    host.hide("REALLockObject");
+    start();
+    host.defineClass({"Holder", "", 0, {}, {}, nullptr, nullptr});
+    Value holder = host.newInstance("Holder");
+    standIn()->answer = [@"text" retain];
+    CFDictionarySetValue(familyInstances(), @"text", holder.handle());
+    Value key = "key";
+    auto *getter = reinterpret_cast<void *(*)(void *, void *)>(method("variantForKey").function);
+    EXPECT_EQ(getter(carrier().handle(), key.handle()), holder.handle());
+    EXPECT_EQ(holder.lockCount(), 1);
+    CFDictionaryRemoveValue(familyInstances(), @"text");
+}
+
 TEST_F(ObjectToVariant, ADictionaryIsADictionaryAlthoughItHasACoreFoundationType)
 {
     start();
