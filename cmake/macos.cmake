@@ -74,6 +74,9 @@ function(add_macos_library output)
 endfunction()
 
 set(macos_dir "${PROJECT_SOURCE_DIR}/build/macos-i386")
+if(WATCH)
+  set(macos_dir "${PROJECT_BINARY_DIR}/macos-i386") # made by tools that are being watched themselves
+endif()
 
 # add_macos_plugin(TARGET OUTPUT OPTIMIZATION [ALL]): a target that makes the plug-in at one level of optimisation and
 # looks whether a system could load it.

@@ -23,7 +23,7 @@ function(add_black_box_test name)
   run_black_box_test(${name} so "$<TARGET_FILE:NSUserDefaults>")
   if(TARGET machorun AND TARGET macos)
     add_dependencies(${name} macos)
-    run_black_box_test(${name} dylib "${PROJECT_SOURCE_DIR}/build/macos-i386/NSUserDefaults.dylib")
+    run_black_box_test(${name} dylib "${macos_dir}/NSUserDefaults.dylib")
   endif()
 endfunction()
 

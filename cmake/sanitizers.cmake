@@ -1,0 +1,28 @@
+# Builds for runs that watch the plug-in from below. Each has a build tree of its own, made from a preset
+# linux-i386-<what is below>:
+#
+#   sanitize      everything under AddressSanitizer (with LeakSanitizer) and UndefinedBehaviorSanitizer
+#   coverage      the plug-in counts which branches the tests take
+#   fuzz          the fuzzers of tests/fuzz as fast as they get
+#   fuzz-address  the same under both sanitizers
+set(WATCH "" CACHE STRING "sanitize, coverage, fuzz or fuzz-address; empty for a plain build")
+
+# -fno-sanitize=function: host and plug-in name the types of their handles differently, so that a call through a table of
+# entry points looks like a call of another function's type. -fno-sanitize=alignment: the text of a string on hosts before
+# 2012 begins at an odd address and is read from there as UTF-16, which 32-bit Intel, the only place where such hosts
+# exist, allows.
+set(sanitizer_flags -fsanitize=address,undefined -fno-sanitize=function,alignment -fno-sanitize-recover=all
+  -fno-omit-frame-pointer -O1 -gline-tables-only)
+
+if(WATCH STREQUAL "sanitize")
+  # The runtime is a library of its own, because the plug-in is loaded into programs that know nothing of it.
+  add_compile_options(${sanitizer_flags} -shared-libasan)
+  add_link_options(${sanitizer_flags} -shared-libasan "LINKER:-rpath,${clang_runtime}/lib/linux")
+elseif(WATCH STREQUAL "fuzz-address")
+  add_compile_options(${sanitizer_flags})
+  add_link_options(${sanitizer_flags})
+elseif(WATCH STREQUAL "coverage")
+  add_link_options(-fprofile-instr-generate)
+elseif(WATCH AND NOT WATCH STREQUAL "fuzz")
+  message(FATAL_ERROR "WATCH is ${WATCH}; it can be sanitize, coverage, fuzz or fuzz-address")
+endif()
