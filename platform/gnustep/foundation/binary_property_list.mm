@@ -12,6 +12,7 @@
 
 #include <string.h>
 
+#include <cmath>
 #include <map>
 #include <string>
 #include <vector>
@@ -313,7 +314,7 @@ private:
         for (size_t i = 0; i < length; ++i) {
             id key = objectReferredToAt(position + i * referenceSize, depth);
             id value = objectReferredToAt(position + (length + i) * referenceSize, depth);
-            if (!key || !value)
+            if (![key isKindOfClass:[NSString class]] || !value)
                 return nil;
             [dictionary setObject:value forKey:key];
         }
@@ -337,7 +338,7 @@ private:
         case realMarker:
             return realNumber(position + 1, marker & 15);
         case dateMarker & 0xF0:
-            return real<double, UInt64>(position + 1, &seconds)
+            return real<double, UInt64>(position + 1, &seconds) && !std::isnan(seconds)
                        ? [NSDate dateWithTimeIntervalSinceReferenceDate:seconds]
                        : nil;
         case 0:

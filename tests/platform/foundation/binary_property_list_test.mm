@@ -174,6 +174,31 @@ TEST_F(BinaryPropertyList, AnArrayThatContainsItselfIsRefused)
     EXPECT_EQ(nil, propertyListFromBinary([NSData dataWithBytes:bytes length:sizeof bytes - 1]));
 }
 
+// A change of one value in the data of a small list.
+NSMutableData *changed(id root, const char *from, const char *to, size_t size)
+{
+    NSMutableData *data = [[binaryPropertyList(root, nullptr) mutableCopy] autorelease];
+    char *place = static_cast<char *>(memmem([data mutableBytes], [data length], from, size));
+    EXPECT_NE(nullptr, place);
+    if (place)
+        memcpy(place, to, size);
+    return data;
+}
+
+TEST_F(BinaryPropertyList, ADateThatIsNoNumberIsRefused)
+{
+    id date = [NSDate dateWithTimeIntervalSinceReferenceDate:1];
+    EXPECT_NE(nil, propertyListFromBinary(changed(date, "\x33\x3F\xF0", "\x33\x40\xF0", 3)));
+    EXPECT_EQ(nil, propertyListFromBinary(changed(date, "\x33\x3F\xF0\0", "\x33\x7F\xF8\0", 4)));
+}
+
+TEST_F(BinaryPropertyList, AKeyThatIsNoStringIsRefused)
+{
+    id dictionary = [NSDictionary dictionaryWithObject:@"v" forKey:@"k"];
+    EXPECT_NE(nil, propertyListFromBinary(changed(dictionary, "\x51k", "\x51l", 2)));
+    EXPECT_EQ(nil, propertyListFromBinary(changed(dictionary, "\x51k", "\x10k", 2)));
+}
+
 class PropertyLists : public PlatformTest {};
 
 TEST_F(PropertyLists, KeysAreStrings)
