@@ -152,7 +152,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     const uint8_t named = input.byte();
     const uint32_t encoding = named < 0xF0 ? encodings[named % std::size(encodings)] : input.number<uint32_t>();
     // The text repeated makes long ones of short inputs: 100 units is where the heap comes in.
-    const size_t repeats = named % 32 == 31 ? input.byte() % 64 : 1;
+    const size_t repeats = named % 32 == 31 ? input.byte() % 16 : 1;
     size_t length;
     const char *text = input.text(SIZE_MAX, &length);
     std::vector<char> bytes;

@@ -8,6 +8,16 @@
 
 namespace small_host {
 
+// The fuzzer takes note of what strcmp compares, which names of services are not worth.
+static bool isSame(const char *a, const char *b)
+{
+    while (*a && *a == *b) {
+        a++;
+        b++;
+    }
+    return *a == *b;
+}
+
 bool answersCFStrings = false;
 int liveHandles = 0;
 int raisedExceptions = 0;
@@ -68,7 +78,7 @@ static const char *const classes[] = {dictionaryClass, blockClass,   dateClass, 
 static const char *findClass(const char *name)
 {
     for (const char *known : classes) {
-        if (strcmp(known, name) == 0)
+        if (known[2] == name[2] && isSame(known, name)) // most begin with NS
             return known;
     }
     return nullptr;
@@ -292,7 +302,7 @@ int32_t *dateProperty(Object *date, const char *name)
 {
     static const char *const names[] = {"Year", "Month", "Day", "Hour", "Minute", "Second"};
     for (int i = 0; i < 6; i++) {
-        if (date->type == kDate && strcmp(names[i], name) == 0)
+        if (date->type == kDate && isSame(names[i], name))
             return &date->value.date[i];
     }
     return nullptr;
@@ -300,9 +310,8 @@ int32_t *dateProperty(Object *date, const char *name)
 
 unsigned char getInt32Property(Object *object, const char *name, int32_t *value)
 {
-    const int32_t *property = object->className == dictionaryClass && strcmp(name, "Count") == 0
-                                  ? &object->count
-                                  : dateProperty(object, name);
+    const int32_t *property =
+        object->className == dictionaryClass && isSame(name, "Count") ? &object->count : dateProperty(object, name);
     if (property)
         *value = *property;
     return property != nullptr;
@@ -318,7 +327,7 @@ unsigned char setInt32Property(Object *object, const char *name, int32_t value)
 
 unsigned char getObjectProperty(Object *object, const char *name, Object **value)
 {
-    REQUIRE(object->type == kDate && strcmp(name, "DateValue") == 0);
+    REQUIRE(object->type == kDate && isSame(name, "DateValue"));
     lock(object);
     *value = object;
     return true;
@@ -411,20 +420,20 @@ void *loadObjectMethod(Object *object, const char *declaration)
 {
     if (object->className != dictionaryClass)
         return nullptr;
-    if (strcmp(declaration, "Value(key As Variant, Assigns _value As Variant)") == 0)
+    if (isSame(declaration, "Value(key As Variant, Assigns _value As Variant)"))
         return reinterpret_cast<void *>(dictionarySet);
-    if (strcmp(declaration, "Value(key As Variant) As Variant") == 0)
+    if (isSame(declaration, "Value(key As Variant) As Variant"))
         return reinterpret_cast<void *>(dictionaryGet);
-    if (strcmp(declaration, "Key(index As Integer) As Variant") == 0)
+    if (isSame(declaration, "Key(index As Integer) As Variant"))
         return reinterpret_cast<void *>(dictionaryKey);
     return nullptr;
 }
 
 void *loadGlobalMethod(void *, const char *declaration)
 {
-    if (strcmp(declaration, "LenB( s as string ) as integer") == 0)
+    if (isSame(declaration, "LenB( s as string ) as integer"))
         return reinterpret_cast<void *>(lenB);
-    if (strcmp(declaration, "VarType(value As Variant) As Int32") == 0)
+    if (isSame(declaration, "VarType(value As Variant) As Int32"))
         return reinterpret_cast<void *>(varType);
     return nullptr;
 }
@@ -486,7 +495,7 @@ const Service services[] = {
 void *resolve(const char *name)
 {
     for (const Service &service : services) {
-        if (strcmp(service.name, name) == 0)
+        if (service.name[4] == name[4] && isSame(service.name, name))
             return service.function;
     }
     return nullptr;
