@@ -19,4 +19,7 @@ struct UsageError : std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
+// What went wrong has been printed. Exit status 1.
+struct Reported {};
+
 } // namespace plughost

@@ -6,6 +6,7 @@
 #include "host/exception.h"
 #include "host/plughost/environment.h"
 #include "host/plughost/errors.h"
+#include "host/plughost/interactive.h"
 #include "host/plughost/program.h"
 
 namespace plughost {
@@ -63,6 +64,7 @@ static void addCommands(Program &program)
     addDomains(program);
     addSuite(program);
     addRegister(program);
+    addRun(program);
     addForced(program);
     addDump(program);
     addLoad(program);
@@ -83,13 +85,13 @@ static int run(int count, char **arguments)
     program.app.footer(kExamples);
     program.app.get_formatter()->column_width(30);
     program.app.set_version_flag("--version", std::string("plughost ") + kVersion);
-    program.app.require_subcommand(1);
+    program.app.require_subcommand(0, 1);
     addCommonOptions(program.app, program.options);
     addCommands(program);
     try {
         program.app.parse(count, arguments);
         prepareEnvironment(program.options.defaultsDir, arguments);
-        return program.chosen();
+        return program.chosen ? program.chosen() : runInteractively(program);
     } catch (const CLI::Success &success) {
         return program.app.exit(success); // prints the help or the version
     } catch (const CLI::ParseError &error) {

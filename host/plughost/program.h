@@ -35,6 +35,7 @@ void addCall(Program &program);
 void addDomains(Program &program);
 void addSuite(Program &program);
 void addRegister(Program &program);
+void addRun(Program &program);
 void addForced(Program &program);
 void addDump(Program &program);
 void addLoad(Program &program);

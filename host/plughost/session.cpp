@@ -98,6 +98,8 @@ static int runAndReport(const Options &options, const std::function<void(Session
     } catch (const host::Exception &exception) {
         printRaised(exception.raised());
         return kBadInput;
+    } catch (const Reported &) {
+        return kBadInput;
     }
 }
 

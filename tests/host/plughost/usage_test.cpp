@@ -6,8 +6,8 @@
 
 using namespace plughost_test;
 
-static const char *const kCommands[] = {"describe", "get",      "set",    "remove", "call", "domains",
-                                        "suite",    "register", "forced", "dump",   "load", "tour"};
+static const char *const kCommands[] = {"describe", "get",    "set",  "remove", "call", "domains", "suite",
+                                        "register", "forced", "dump", "load",   "tour", "run"};
 
 TEST(Help, NamesEveryCommand)
 {
@@ -41,7 +41,7 @@ TEST_P(WrongUsage, HasStatusTwoAndSaysWhy)
 }
 
 INSTANTIATE_TEST_SUITE_P(OfEveryKind, WrongUsage,
-                         testing::Values(Words{}, Words{"fly"}, Words{"get"}, Words{"get", "integer"},
+                         testing::Values(Words{"run"}, Words{"fly"}, Words{"get"}, Words{"get", "integer"},
                                          Words{"get", "number", "Key"}, Words{"get", "integer", "Key", "more"},
                                          Words{"set", "integer", "Key"}, Words{"get", "integer", "Key", "--fast"},
                                          Words{"describe", "--host", "new"}, Words{"describe", "--host", "-1"},

@@ -1,0 +1,291 @@
+// Types of expressions.
+#include <algorithm>
+
+#include "host/host.h"
+#include "host/runtime/arrays.h"
+#include "host/runtime/objects.h"
+#include "host/script/builtins.h"
+#include "host/script/checker.h"
+
+namespace script {
+
+Type Checker::check(Expression &expression, const Type *wanted)
+{
+    expression.type = std::visit([&](auto &node) { return visit(node, expression, wanted); }, expression.node);
+    return expression.type;
+}
+
+void Checker::needValue(Expression &expression)
+{
+    if (isNothing(check(expression)))
+        fail(expression.place, "this gives no value");
+}
+
+// An integer that is written out and does not fit, which would lose its high bits.
+static const host::Value *integerOf(const Expression &expression, bool &isNegative)
+{
+    if (auto *unary = std::get_if<Unary>(&expression.node); unary && unary->operation == Operator::Negate) {
+        isNegative = !isNegative;
+        return integerOf(*unary->operand, isNegative);
+    }
+    auto *literal = std::get_if<Literal>(&expression.node);
+    return literal && isInteger(typeOf(literal->value)) ? &literal->value : nullptr;
+}
+
+static bool isOutside(const Expression &expression, const Type &declared)
+{
+    bool isNegative = false;
+    const host::Value *value = integerOf(expression, isNegative);
+    if (!value || !isInteger(declared))
+        return false;
+    host::Value given = isNegative ? host::Value(static_cast<long long>(-value->int64())) : *value;
+    return !converted(given, declared, expression.place).equals(given);
+}
+
+void Checker::need(Expression &expression, const Type &declared, const std::string &what)
+{
+    Type given = check(expression, &declared);
+    if (!fit(declared, given))
+        fail(expression.place, what + " must be " + articleAndName(declared) + ", not " + articleAndName(given));
+    if (isOutside(expression, declared))
+        fail(expression.place, what + " does not fit " + articleAndName(declared));
+}
+
+Type Checker::visit(Literal &literal, Expression &, const Type *)
+{
+    return typeOf(literal.value);
+}
+
+Type Checker::visit(SelfObject &, Expression &expression, const Type *)
+{
+    if (!_function || !_function->owner)
+        fail(expression.place, "Self is known in the methods of a class only");
+    return classType(_function->owner->name.text);
+}
+
+Type Checker::visit(ArrayLiteral &literal, Expression &, const Type *wanted)
+{
+    if (wanted && wanted->isArray) {
+        for (ExpressionPtr &element : literal.elements)
+            need(*element, elementOf(*wanted), "an element");
+        return *wanted;
+    }
+    Type element = typeNamed("Variant");
+    for (size_t i = 0; i < literal.elements.size(); i++) {
+        needValue(*literal.elements[i]);
+        const Type &type = literal.elements[i]->type;
+        if (i == 0 && !type.isArray && !isNil(type))
+            element = type;
+        else if (type != element)
+            element = typeNamed("Variant");
+    }
+    return arrayOf(element);
+}
+
+Type Checker::visit(Use &use, Expression &expression, const Type *)
+{
+    return resolve(use, expression, nullptr);
+}
+
+// --- Operators -----------------------------------------------------------------------------------------------------
+
+static bool isArithmetic(const Type &type)
+{
+    return isNumber(type) || isVariant(type);
+}
+
+static bool isLogical(const Type &type)
+{
+    return isBoolean(type) || isInteger(type) || isVariant(type);
+}
+
+// The type in which two numbers are added: the one with the wider range.
+static Type common(const Type &a, const Type &b)
+{
+    if (isVariant(a) || isVariant(b))
+        return typeNamed("Variant");
+    if (!isInteger(a) || !isInteger(b))
+        return typeNamed("Double");
+    auto widthOf = [](const Type &type) {
+        return type.passing == host::Passing::UInt64                                           ? 2
+               : type.passing == host::Passing::Int64 || type.passing == host::Passing::UInt32 ? 1
+                                                                                               : 0;
+    };
+    static const char *const names[] = {"Integer", "Int64", "UInt64"};
+    return typeNamed(names[std::max(widthOf(a), widthOf(b))]);
+}
+
+static bool canBeEqual(const Type &a, const Type &b)
+{
+    return isVariant(a) || isVariant(b) || fit(a, b) || fit(b, a);
+}
+
+static bool canBeOrdered(const Type &a, const Type &b)
+{
+    bool bothNumbers = isArithmetic(a) && isArithmetic(b);
+    bool bothTexts = (isString(a) || isVariant(a)) && (isString(b) || isVariant(b));
+    return bothNumbers || bothTexts || (isDate(a) && isDate(b));
+}
+
+Type Checker::visit(Unary &unary, Expression &, const Type *)
+{
+    needValue(*unary.operand);
+    const Type &type = unary.operand->type;
+    if (unary.operation == Operator::Not) {
+        if (!isLogical(type))
+            fail(unary.operand->place, "Not needs a Boolean, not " + articleAndName(type));
+        return isInteger(type) ? type : typeNamed("Boolean");
+    }
+    if (!isArithmetic(type))
+        fail(unary.operand->place, "- needs a number, not " + articleAndName(type));
+    return isInteger(type) ? common(type, typeNamed("Integer")) : type;
+}
+
+static const char *textOf(Operator operation)
+{
+    static const char *const texts[] = {"+",  "-", "*",  "/",  "\\",  "Mod", "^",   "=",   "<>", "<",
+                                        "<=", ">", ">=", "Is", "And", "Or",  "Xor", "Not", "-"};
+    return texts[size_t(operation)];
+}
+
+Type Checker::visit(Binary &binary, Expression &, const Type *)
+{
+    needValue(*binary.left);
+    needValue(*binary.right);
+    const Type &left = binary.left->type;
+    const Type &right = binary.right->type;
+    auto refuse = [&](const char *wanted) {
+        fail(binary.place, std::string(textOf(binary.operation)) + " needs " + wanted + ", not " +
+                               articleAndName(left) + " and " + articleAndName(right));
+    };
+    switch (binary.operation) {
+    case Operator::Add:
+        if (isString(left) || isString(right)) {
+            if (!canBeOrdered(left, right))
+                refuse("two numbers or two texts");
+            return typeNamed("String");
+        }
+        [[fallthrough]];
+    case Operator::Subtract:
+    case Operator::Multiply:
+        if (!isArithmetic(left) || !isArithmetic(right))
+            refuse(binary.operation == Operator::Add ? "two numbers or two texts" : "two numbers");
+        return common(left, right);
+    case Operator::Divide:
+    case Operator::Power:
+        if (!isArithmetic(left) || !isArithmetic(right))
+            refuse("two numbers");
+        return typeNamed("Double");
+    case Operator::IntegerDivide:
+    case Operator::Modulo: {
+        if (!isArithmetic(left) || !isArithmetic(right))
+            refuse("two numbers");
+        Type type = common(left, right);
+        return isInteger(type) ? type : typeNamed("Int64");
+    }
+    case Operator::Equal:
+    case Operator::Unequal:
+        if (!canBeEqual(left, right))
+            refuse("values of one type");
+        break;
+    case Operator::Less:
+    case Operator::LessOrEqual:
+    case Operator::Greater:
+    case Operator::GreaterOrEqual:
+        if (!canBeOrdered(left, right))
+            refuse("two numbers, two texts or two Dates");
+        break;
+    case Operator::Is: {
+        auto isReference = [](const Type &type) {
+            return isObject(type) || type.isArray || isNil(type) || isVariant(type);
+        };
+        if (!isReference(left) || !isReference(right))
+            refuse("two objects");
+        break;
+    }
+    default:
+        if (!isLogical(left) || !isLogical(right) || isInteger(left) != isInteger(right))
+            refuse("two Booleans or two integers");
+        return isInteger(left) ? common(left, right) : typeNamed("Boolean");
+    }
+    return typeNamed("Boolean");
+}
+
+Type Checker::visit(TypeTest &test, Expression &, const Type *)
+{
+    needValue(*test.operand);
+    const Type &type = test.operand->type;
+    if (!isClass(test.className.text))
+        fail(test.className.place, "there is no class \"" + test.className.text + "\"");
+    if (!isObject(type) && !isVariant(type) && !isNil(type))
+        fail(test.operand->place, "IsA needs an object, not " + articleAndName(type));
+    return typeNamed("Boolean");
+}
+
+// --- New -----------------------------------------------------------------------------------------------------------
+
+Type Checker::visit(Creation &creation, Expression &expression, const Type *)
+{
+    const std::string &name = creation.className.text;
+    const host::runtime::Class *made = host::runtime::findClass(name);
+    if (!made || host::equalIgnoringCase(name, "Variant")) {
+        std::vector<std::string> known;
+        for (const host::ClassDescription *each : host::Host::shared().classes())
+            known.push_back(each->name);
+        std::string closest = closestName(name, known);
+        fail(creation.className.place,
+             "there is no class \"" + name + "\"" + (closest.empty() ? "" : "; did you mean \"" + closest + "\"?"));
+    }
+    Type type = classType(made->name);
+    std::vector<Candidate> candidates;
+    if (Function *constructor = findMethod(definitionOf(name), "Constructor")) {
+        creation.way = Creation::Way::ScriptConstructor;
+        creation.constructor = constructor;
+        candidates.push_back({constructor->name.text, {}, nothing(), constructor->declaration()});
+        for (const Function::Parameter &parameter : constructor->parameters)
+            candidates.back().parameters.push_back({parameter.variable.name.text, parameter.variable.type});
+    } else {
+        for (const host::MethodDescription *method : host::runtime::methodsNamed(*made, "Constructor", false))
+            candidates.push_back({made->name, method->declaration.parameters, nothing(), method->text, method});
+        if (!candidates.empty())
+            creation.way = Creation::Way::HostConstructor;
+    }
+    const Type integer = typeNamed("Integer");
+    if (candidates.empty() && isDate(type) && !creation.arguments.empty()) {
+        creation.way = Creation::Way::DateOfParts;
+        Candidate day{"Date",
+                      {{"year", integer}, {"month", integer}, {"day", integer}},
+                      nothing(),
+                      "Date(year, month, day, hour, minute, second)"};
+        candidates = {day, day};
+        for (const char *part : {"hour", "minute", "second"})
+            candidates.back().parameters.push_back({part, integer});
+    }
+    if (candidates.empty() && fit(classType("RuntimeException"), type) && !creation.arguments.empty()) {
+        creation.way = Creation::Way::ExceptionWithMessage;
+        Candidate message{
+            made->name, {{"message", typeNamed("String")}}, nothing(), made->name + "(message, errorNumber)"};
+        candidates = {message, message};
+        candidates.back().parameters.push_back({"errorNumber", integer});
+    }
+    if (candidates.empty()) {
+        creation.way = Creation::Way::Plain;
+        if (!creation.arguments.empty())
+            fail(expression.place, made->name + " has no constructor with arguments");
+        return type;
+    }
+    // An instance without a constructor called is what a class gives that has none without parameters.
+    bool takesNone = std::any_of(candidates.begin(), candidates.end(),
+                                 [](const Candidate &candidate) { return candidate.parameters.empty(); });
+    if (creation.arguments.empty() && !takesNone && creation.way == Creation::Way::HostConstructor) {
+        creation.way = Creation::Way::Plain;
+        return type;
+    }
+    const Candidate &chosen = choose(candidates, creation.arguments, nullptr, creation.className);
+    for (size_t i = 0; i < chosen.parameters.size(); i++)
+        need(*creation.arguments[i], chosen.parameters[i].type, chosen.text + ": " + chosen.parameters[i].name);
+    creation.hostConstructor = chosen.method;
+    return type;
+}
+
+} // namespace script

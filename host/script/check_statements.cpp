@@ -1,0 +1,409 @@
+// Declarations and statements.
+#include <algorithm>
+
+#include "host/host.h"
+#include "host/runtime/arrays.h"
+#include "host/script/builtins.h"
+#include "host/script/checker.h"
+#include "host/script/objects.h"
+#include "host/script/tokens.h"
+
+namespace script {
+
+bool IgnoringCase::operator()(const std::string &a, const std::string &b) const
+{
+    return std::lexicographical_compare(a.begin(), a.end(), b.begin(), b.end(),
+                                        [](unsigned char x, unsigned char y) { return tolower(x) < tolower(y); });
+}
+
+std::string Function::declaration() const
+{
+    std::string text;
+    for (const Parameter &parameter : parameters)
+        text += (text.empty() ? "" : ", ") + parameter.variable.name.text + " As " + nameOf(parameter.variable.type);
+    text = name.text + "(" + text + ")";
+    return isNothing(result) ? text : text + " As " + nameOf(result);
+}
+
+void Checker::attempt(const std::function<void()> &body)
+{
+    try {
+        body();
+    } catch (const ProblemsFound &found) {
+        _problems.insert(_problems.end(), found.problems.begin(), found.problems.end());
+    }
+}
+
+void Checker::check(Program &program)
+{
+    Symbols before = _symbols;
+    declareClasses(program);
+    for (Function &function : program.functions)
+        attempt([&] { declareFunction(function); });
+    _function = nullptr;
+    _slots = &program.slots;
+    _scopes.clear();
+    checkBlock(program.statements);
+    for (ClassDefinition &definition : program.classes)
+        for (Function &method : definition.methods)
+            attempt([&] { checkFunction(method); });
+    for (Function &function : program.functions)
+        attempt([&] { checkFunction(function); });
+    if (_problems.empty())
+        return;
+    for (ClassDefinition &definition : program.classes)
+        if (!before.classes.count(definition.name.text))
+            host::Host::shared().removeClass(definition.name.text);
+    _symbols = before;
+    std::stable_sort(_problems.begin(), _problems.end(),
+                     [](const Problem &a, const Problem &b) { return a.place.offset < b.place.offset; });
+    throw ProblemsFound(std::move(_problems));
+}
+
+// --- Declarations --------------------------------------------------------------------------------------------------
+
+Type Checker::resolve(const WrittenType &written)
+{
+    Type type = typeNamed(written.name.text, written.isArray);
+    if (type.passing == host::Passing::Pointer)
+        fail(written.name.place, "\"" + written.name.text + "\" cannot be the type of a variable");
+    bool isKnown =
+        type.passing != host::Passing::Object || isClass(type.name) || host::equalIgnoringCase(type.name, "Object");
+    if (!isKnown) {
+        std::vector<std::string> known = {"Boolean", "Color",  "Currency", "Double", "Int64",
+                                          "Integer", "Single", "String",   "Variant"};
+        for (const host::ClassDescription *each : host::Host::shared().classes())
+            known.push_back(each->name);
+        std::string closest = closestName(type.name, known);
+        fail(written.name.place,
+             "there is no type \"" + type.name + "\"" + (closest.empty() ? "" : "; did you mean \"" + closest + "\"?"));
+    }
+    bool hasElements = type.passing == host::Passing::Object || type.passing == host::Passing::Variant ||
+                       host::runtime::elementTypeOf(type) != host::ElementType::Object;
+    if (type.isArray && !hasElements)
+        fail(written.name.place, "there are no arrays of " + nameOf(elementOf(type)));
+    return type;
+}
+
+void Checker::needNewName(const Named &name)
+{
+    bool isBuiltin = std::any_of(builtins().begin(), builtins().end(), [&](const Builtin &builtin) {
+        return host::equalIgnoringCase(builtin.declaration.name, name.text);
+    });
+    if (isBuiltin || _symbols.functions.count(name.text) || _symbols.classes.count(name.text))
+        fail(name.place, "there is a \"" + name.text + "\" already");
+}
+
+void Checker::declareClasses(Program &program)
+{
+    for (ClassDefinition &definition : program.classes) {
+        attempt([&] {
+            needNewName(definition.name);
+            if (isClass(definition.name.text))
+                fail(definition.name.place, "the host has a class \"" + definition.name.text + "\" already");
+            std::string super = definition.superName ? definition.superName->text : "";
+            if (!super.empty() && !isClass(super))
+                fail(definition.superName->place, "there is no class \"" + super + "\"");
+            definition.super = definitionOf(super);
+            _symbols.classes[definition.name.text] = &definition;
+            defineScriptClass(definition);
+        });
+    }
+    for (ClassDefinition &definition : program.classes) {
+        attempt([&] { checkFields(definition); });
+        for (Function &method : definition.methods)
+            attempt([&] { declareFunction(method); });
+    }
+}
+
+void Checker::checkFields(ClassDefinition &definition)
+{
+    definition.firstField = definition.super ? definition.super->fieldCount() : 0;
+    for (Statement &statement : definition.fieldStatements) {
+        auto &dim = std::get<Dim>(statement.node);
+        Type type = resolve(dim.type);
+        for (Dim::Item &item : dim.items) {
+            if (findField(&definition, item.variable.name.text))
+                fail(item.variable.name.place, "there is a \"" + item.variable.name.text + "\" already");
+            item.variable.type = item.isArray ? arrayOf(type) : type;
+            item.variable.storage = Storage::Field;
+            item.variable.slot = definition.fieldCount();
+            definition.fields.push_back(&item);
+            if (item.upperBound)
+                need(*item.upperBound, typeNamed("Integer"), "the upper bound");
+            if (dim.initial)
+                need(*dim.initial, item.variable.type, "\"" + item.variable.name.text + "\"");
+        }
+    }
+}
+
+void Checker::declareFunction(Function &function)
+{
+    if (!function.owner)
+        needNewName(function.name);
+    for (Function::Parameter &parameter : function.parameters)
+        parameter.variable.type = resolve(parameter.type);
+    function.result = function.writtenResult ? resolve(*function.writtenResult) : nothing();
+    if (!function.owner)
+        _symbols.functions[function.name.text] = &function;
+    else if (findMethod(function.owner, function.name.text) != &function &&
+             findMethod(function.owner, function.name.text)->owner == function.owner)
+        fail(function.name.place, "there is a \"" + function.name.text + "\" already");
+}
+
+void Checker::checkFunction(Function &function)
+{
+    _function = &function;
+    _slots = &function.slots;
+    _scopes.clear();
+    _scopes.emplace_back();
+    for (Function::Parameter &parameter : function.parameters)
+        declare(parameter.variable, parameter.variable.type);
+    checkBlock(function.body);
+    _scopes.clear();
+    _function = nullptr;
+}
+
+void Checker::declare(Variable &variable, const Type &type)
+{
+    variable.type = type;
+    const std::string &name = variable.name.text;
+    bool isGlobal = !_function && _scopes.size() <= 1;
+    if (isGlobal) {
+        needNewName(variable.name);
+        auto known = _symbols.globals.find(name);
+        if (known != _symbols.globals.end() && known->second.name.place.source == variable.name.place.source)
+            fail(variable.name.place, "there is a variable \"" + name + "\" already");
+        variable.storage = Storage::Global;
+        variable.slot = _symbols.globalSlots++; // a new one: what knows the old variable keeps it
+        _symbols.globals[name] = variable;
+        return;
+    }
+    if (_scopes.back().count(name))
+        fail(variable.name.place, "there is a variable \"" + name + "\" already");
+    variable.storage = Storage::Local;
+    variable.slot = (*_slots)++;
+    _scopes.back()[name] = variable;
+}
+
+// --- Statements ----------------------------------------------------------------------------------------------------
+
+void Checker::checkBlock(Block &block)
+{
+    _scopes.emplace_back();
+    for (std::unique_ptr<Statement> &statement : block)
+        attempt([&] { checkStatement(*statement); });
+    _scopes.pop_back();
+}
+
+void Checker::checkStatement(Statement &statement)
+{
+    std::visit([&](auto &node) { visit(node, statement.place); }, statement.node);
+}
+
+void Checker::visit(Dim &dim, const Place &)
+{
+    Type type = typeNamed("Variant");
+    attempt([&] {
+        if (!dim.type.name.text.empty())
+            type = resolve(dim.type);
+        else
+            type = (needValue(*dim.initial), dim.initial->type);
+        for (Dim::Item &item : dim.items) {
+            if (item.upperBound)
+                need(*item.upperBound, typeNamed("Integer"), "the upper bound");
+            if (dim.initial)
+                need(*dim.initial, item.isArray ? arrayOf(type) : type, "\"" + item.variable.name.text + "\"");
+        }
+    });
+    for (Dim::Item &item : dim.items) {
+        item.variable.isConstant = dim.isConstant;
+        declare(item.variable, item.isArray ? arrayOf(type) : type);
+    }
+}
+
+void Checker::visit(Assignment &assignment, const Place &)
+{
+    auto *use = std::get_if<Use>(&assignment.target->node);
+    if (!use)
+        fail(assignment.target->place, "nothing can be assigned to this");
+    assignment.target->type = resolve(*use, *assignment.target, assignment.value.get());
+    if (use->meaning == Meaning::Cast)
+        fail(assignment.target->place, "nothing can be assigned to this");
+}
+
+void Checker::visit(Evaluation &evaluation, const Place &)
+{
+    Type type = check(*evaluation.expression);
+    auto *use = std::get_if<Use>(&evaluation.expression->node);
+    bool isCall = use && (use->meaning == Meaning::ScriptCall || use->meaning == Meaning::HostCall ||
+                          use->meaning == Meaning::SharedCall || use->meaning == Meaning::ArrayMember ||
+                          use->meaning == Meaning::BuiltinCall);
+    if (_allowsExpressions)
+        return;
+    if (!isCall)
+        fail(evaluation.expression->place, "a value alone is no statement");
+    if (!isNothing(type) && !evaluation.ignoresResult)
+        fail(use->name.place, "the result of " + use->name.text + " is not used; write Call in front to leave it");
+}
+
+void Checker::visit(Print &print, const Place &)
+{
+    if (print.text)
+        need(*print.text, typeNamed("String"), "what is printed");
+}
+
+void Checker::visit(Assertion &assertion, const Place &)
+{
+    need(*assertion.condition, typeNamed("Boolean"), "the condition");
+    if (assertion.message)
+        need(*assertion.message, typeNamed("String"), "the message");
+}
+
+void Checker::visit(If &branches, const Place &)
+{
+    for (If::Branch &branch : branches.branches) {
+        attempt([&] { need(*branch.condition, typeNamed("Boolean"), "the condition"); });
+        checkBlock(branch.body);
+    }
+    checkBlock(branches.otherwise);
+}
+
+void Checker::visit(Select &select, const Place &)
+{
+    attempt([&] { needValue(*select.subject); });
+    for (Select::Case &one : select.cases) {
+        for (ExpressionPtr &value : one.values) {
+            attempt([&] {
+                needValue(*value);
+                if (!isVariant(value->type) && !fit(select.subject->type, value->type) &&
+                    !fit(value->type, select.subject->type))
+                    fail(value->place, "the value must be " + articleAndName(select.subject->type) + ", not " +
+                                           articleAndName(value->type));
+            });
+        }
+        checkBlock(one.body);
+    }
+    checkBlock(select.otherwise);
+}
+
+Type Checker::checkLoopVariable(LoopVariable &variable)
+{
+    if (variable.ownType) {
+        declare(variable.variable, resolve(*variable.ownType));
+        return variable.variable.type;
+    }
+    Type type = check(*variable.existing);
+    auto &use = std::get<Use>(variable.existing->node);
+    if (use.meaning != Meaning::Variable)
+        fail(variable.existing->place, "\"" + use.name.text + "\" is no variable");
+    return type;
+}
+
+void Checker::loopBody(Block &body)
+{
+    _loops++;
+    checkBlock(body);
+    _loops--;
+}
+
+void Checker::visit(ForCount &loop, const Place &)
+{
+    _scopes.emplace_back();
+    attempt([&] {
+        Type type = checkLoopVariable(loop.counter);
+        if (!isNumber(type))
+            fail(loop.counter.variable.name.place, "For counts with a number, not with " + articleAndName(type));
+        need(*loop.first, type, "the first value");
+        need(*loop.last, type, "the last value");
+        if (loop.step)
+            need(*loop.step, type, "the step");
+    });
+    loopBody(loop.body);
+    _scopes.pop_back();
+}
+
+void Checker::visit(ForEach &loop, const Place &)
+{
+    _scopes.emplace_back();
+    attempt([&] {
+        needValue(*loop.array);
+        Type type = checkLoopVariable(loop.element);
+        if (!loop.array->type.isArray)
+            fail(loop.array->place, "For Each needs an array, not " + articleAndName(loop.array->type));
+        if (!fit(type, elementOf(loop.array->type)))
+            fail(loop.element.variable.name.place, "the array's elements are " +
+                                                       articleAndName(elementOf(loop.array->type)) + " each, not " +
+                                                       articleAndName(type));
+    });
+    loopBody(loop.body);
+    _scopes.pop_back();
+}
+
+void Checker::visit(Loop &loop, const Place &)
+{
+    for (ExpressionPtr *condition : {&loop.before, &loop.after})
+        if (*condition)
+            attempt([&] { need(**condition, typeNamed("Boolean"), "the condition"); });
+    loopBody(loop.body);
+}
+
+void Checker::visit(Leave &leave, const Place &place)
+{
+    if (_loops == 0)
+        fail(place, std::string(leave.isContinue ? "Continue" : "Exit") + " stands in a loop only");
+}
+
+void Checker::visit(Return &leave, const Place &place)
+{
+    Type wanted = _function ? _function->result : nothing();
+    if (!leave.value && !isNothing(wanted))
+        fail(place, "Return needs " + articleAndName(wanted) + " here");
+    if (!leave.value)
+        return;
+    if (isNothing(wanted))
+        fail(leave.value->place, std::string(_function ? "a Sub" : "the program") + " returns no value");
+    need(*leave.value, wanted, "the result");
+    leave.type = wanted;
+}
+
+void Checker::needExceptionClass(const Named &name)
+{
+    if (!isClass(name.text))
+        fail(name.place, "there is no class \"" + name.text + "\"");
+    if (!fit(classType("RuntimeException"), classType(name.text)))
+        fail(name.place, "\"" + name.text + "\" is no class of exceptions");
+}
+
+void Checker::visit(Try &attempted, const Place &)
+{
+    checkBlock(attempted.body);
+    for (Try::Catch &handler : attempted.catches) {
+        _scopes.emplace_back();
+        attempt([&] {
+            if (!handler.className.text.empty())
+                needExceptionClass(handler.className);
+            bool isOpen = handler.className.text.empty();
+            if (handler.variable)
+                declare(*handler.variable, classType(isOpen ? "RuntimeException" : handler.className.text));
+        });
+        checkBlock(handler.body);
+        _scopes.pop_back();
+    }
+    checkBlock(attempted.finally);
+}
+
+void Checker::visit(Raise &raise, const Place &)
+{
+    need(*raise.exception, classType("RuntimeException"), "what is raised");
+}
+
+void Checker::visit(Redim &redim, const Place &)
+{
+    Type type = check(*redim.array);
+    if (!type.isArray)
+        fail(redim.array->place, "Redim needs an array, not " + articleAndName(type));
+    need(*redim.upperBound, typeNamed("Integer"), "the upper bound");
+}
+
+} // namespace script

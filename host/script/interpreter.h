@@ -1,0 +1,85 @@
+// Runs a checked program by walking its tree.
+#pragma once
+
+#include "host/script/raised.h"
+#include "host/script/syntax.h"
+
+namespace script {
+
+class Interpreter {
+public:
+    // With `echoes`, the value of an expression that stands alone is printed.
+    explicit Interpreter(bool echoes) : _echoes(echoes) {}
+
+    // Throws Raised and AssertionFailed. The program must outlive the interpreter's objects of its classes.
+    void run(const Program &program);
+
+private:
+    struct Frame {
+        std::vector<host::Value> locals;
+        host::Value self;
+        host::Value result;
+    };
+    // How a statement ended.
+    enum class Flow { Onward, Exit, Continue, Return };
+
+    // Statements.
+    Flow run(const Block &block);
+    Flow run(const Statement &statement);
+    Flow visit(const Dim &dim, const Place &place);
+    Flow visit(const Assignment &assignment, const Place &place);
+    Flow visit(const Evaluation &evaluation, const Place &place);
+    Flow visit(const Print &print, const Place &place);
+    Flow visit(const Assertion &assertion, const Place &place);
+    Flow visit(const If &branches, const Place &place);
+    Flow visit(const Select &select, const Place &place);
+    Flow visit(const ForCount &loop, const Place &place);
+    Flow visit(const ForEach &loop, const Place &place);
+    Flow visit(const Loop &loop, const Place &place);
+    Flow visit(const Leave &leave, const Place &place);
+    Flow visit(const Return &leave, const Place &place);
+    Flow visit(const Try &attempt, const Place &place);
+    Flow visit(const Raise &raise, const Place &place);
+    Flow visit(const Redim &redim, const Place &place);
+    Flow runGuarded(const Try &attempt);
+    void setLoopVariable(const LoopVariable &variable, const host::Value &value);
+    bool holds(const Expression &condition);
+
+    // Expressions.
+    host::Value evaluate(const Expression &expression);
+    host::Value evaluate(const Expression &expression, const Type &wanted); // converted
+    host::Value visit(const Literal &literal, const Expression &expression);
+    host::Value visit(const ArrayLiteral &literal, const Expression &expression);
+    host::Value visit(const Use &use, const Expression &expression);
+    host::Value visit(const Unary &unary, const Expression &expression);
+    host::Value visit(const Binary &binary, const Expression &expression);
+    host::Value visit(const TypeTest &test, const Expression &expression);
+    host::Value visit(const Creation &creation, const Expression &expression);
+    host::Value visit(const SelfObject &self, const Expression &expression);
+
+    host::Value base(const Use &use); // not nil
+    host::Value read(const Use &use, const Expression &expression);
+    void assign(const Use &use, const Expression &target, const Expression &value);
+    void store(const Use &use, const host::Value &value);
+    host::Value &slot(const Variable &variable);
+    host::Value &slot(const Use &use);
+    host::Arguments arguments(const Use &use, const std::vector<host::Parameter> &parameters);
+    host::Value call(const host::MethodDescription &method, bool usesSetter, const host::Value &self,
+                     const host::Arguments &arguments, const Place &place);
+    host::Value call(const Function &function, const host::Value &self, const Expressions &arguments,
+                     const Place &place);
+    void setUpFields(const host::Value &object);
+    const ClassDefinition *definitionOf(const host::Value &object) const;
+
+    bool _echoes;
+    std::vector<host::Value> _globals;
+    std::vector<const ClassDefinition *> _classes;
+    Frame *_frame = nullptr;
+    int _depth = 0;
+};
+
+// What an operator makes of two values; `type` is the type of the result.
+host::Value operated(Operator operation, const host::Value &left, const host::Value &right, const Type &type,
+                     const Place &place);
+
+} // namespace script

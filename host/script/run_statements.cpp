@@ -1,0 +1,252 @@
+#include <algorithm>
+#include <cstdio>
+
+#include "host/script/builtins.h"
+#include "host/script/interpreter.h"
+#include "host/script/objects.h"
+#include "host/script/types.h"
+
+namespace script {
+
+using host::Value;
+
+void Interpreter::run(const Program &program)
+{
+    for (const ClassDefinition &definition : program.classes)
+        _classes.push_back(&definition);
+    Frame frame;
+    frame.locals.resize(program.slots);
+    _frame = &frame;
+    _depth = 0;
+    run(program.statements);
+    _frame = nullptr;
+}
+
+Interpreter::Flow Interpreter::run(const Block &block)
+{
+    for (const std::unique_ptr<Statement> &statement : block) {
+        Flow flow = run(*statement);
+        if (flow != Flow::Onward)
+            return flow;
+    }
+    return Flow::Onward;
+}
+
+Interpreter::Flow Interpreter::run(const Statement &statement)
+{
+    return std::visit([&](const auto &node) { return visit(node, statement.place); }, statement.node);
+}
+
+// --- Simple statements ---------------------------------------------------------------------------------------------
+
+Interpreter::Flow Interpreter::visit(const Dim &dim, const Place &)
+{
+    for (const Dim::Item &item : dim.items) {
+        const Type &type = item.variable.type;
+        Value value = dim.initial ? evaluate(*dim.initial, type) : initialValue(type);
+        if (item.upperBound) {
+            int32_t upper = evaluate(*item.upperBound, typeNamed("Integer")).int32();
+            while (value.count() <= upper)
+                value.append(initialValue(elementOf(type)));
+        }
+        std::swap(slot(item.variable), value);
+    }
+    return Flow::Onward;
+}
+
+Interpreter::Flow Interpreter::visit(const Assignment &assignment, const Place &)
+{
+    assign(std::get<Use>(assignment.target->node), *assignment.target, *assignment.value);
+    return Flow::Onward;
+}
+
+Interpreter::Flow Interpreter::visit(const Evaluation &evaluation, const Place &)
+{
+    Value value = evaluate(*evaluation.expression);
+    if (_echoes && !evaluation.ignoresResult && !isNothing(evaluation.expression->type))
+        puts(value.describe().c_str());
+    return Flow::Onward;
+}
+
+Interpreter::Flow Interpreter::visit(const Print &print, const Place &)
+{
+    std::string text = print.text ? evaluate(*print.text, typeNamed("String")).text() : "";
+    text += '\n';
+    fwrite(text.data(), 1, text.size(), stdout);
+    return Flow::Onward;
+}
+
+bool Interpreter::holds(const Expression &condition)
+{
+    return evaluate(condition, typeNamed("Boolean")).boolean();
+}
+
+Interpreter::Flow Interpreter::visit(const Assertion &assertion, const Place &)
+{
+    if (!holds(*assertion.condition))
+        throw AssertionFailed{assertion.condition->place,
+                              assertion.message ? evaluate(*assertion.message, typeNamed("String")).text() : ""};
+    return Flow::Onward;
+}
+
+Interpreter::Flow Interpreter::visit(const Redim &redim, const Place &)
+{
+    Value array = evaluate(*redim.array);
+    int32_t upper = evaluate(*redim.upperBound, typeNamed("Integer")).int32();
+    if (array.isNil())
+        throw raised("NilObjectException", "This is Nil.", redim.array->place);
+    while (array.count() <= upper)
+        array.append(initialValue(elementOf(redim.array->type)));
+    while (array.count() > std::max(upper + 1, 0))
+        array.removeAt(array.count() - 1);
+    return Flow::Onward;
+}
+
+// --- Branches and loops --------------------------------------------------------------------------------------------
+
+Interpreter::Flow Interpreter::visit(const If &branches, const Place &)
+{
+    for (const If::Branch &branch : branches.branches)
+        if (holds(*branch.condition))
+            return run(branch.body);
+    return run(branches.otherwise);
+}
+
+Interpreter::Flow Interpreter::visit(const Select &select, const Place &place)
+{
+    Value subject = evaluate(*select.subject);
+    for (const Select::Case &one : select.cases)
+        for (const ExpressionPtr &value : one.values)
+            if (operated(Operator::Equal, subject, evaluate(*value), typeNamed("Boolean"), place).boolean())
+                return run(one.body);
+    return run(select.otherwise);
+}
+
+void Interpreter::setLoopVariable(const LoopVariable &variable, const Value &value)
+{
+    if (variable.ownType)
+        slot(variable.variable) = converted(value, variable.variable.type, variable.variable.name.place);
+    else
+        slot(std::get<Use>(variable.existing->node)) =
+            converted(value, variable.existing->type, variable.existing->place);
+}
+
+Interpreter::Flow Interpreter::visit(const ForCount &loop, const Place &place)
+{
+    const Type type = loop.counter.ownType ? loop.counter.variable.type : loop.counter.existing->type;
+    Value step = loop.step ? evaluate(*loop.step, type) : converted(Value(1), type, place);
+    bool goesDown = loop.isDown != (step.number() < 0);
+    setLoopVariable(loop.counter, evaluate(*loop.first, type));
+    auto current = [&] {
+        return loop.counter.ownType ? slot(loop.counter.variable) : evaluate(*loop.counter.existing);
+    };
+    for (;;) {
+        // The last value is looked at each time, as the host does.
+        Value last = evaluate(*loop.last, type);
+        Operator goesOn = goesDown ? Operator::GreaterOrEqual : Operator::LessOrEqual;
+        if (!operated(goesOn, current(), last, typeNamed("Boolean"), place).boolean())
+            return Flow::Onward;
+        Flow flow = run(loop.body);
+        if (flow == Flow::Return)
+            return flow;
+        if (flow == Flow::Exit)
+            return Flow::Onward;
+        Operator next = loop.isDown ? Operator::Subtract : Operator::Add;
+        Type wide = isInteger(type) ? typeNamed("Int64") : typeNamed("Double");
+        setLoopVariable(loop.counter, operated(next, current(), step, wide, place));
+    }
+}
+
+Interpreter::Flow Interpreter::visit(const ForEach &loop, const Place &)
+{
+    Value array = evaluate(*loop.array);
+    if (array.isNil())
+        throw raised("NilObjectException", "This is Nil.", loop.array->place);
+    for (int32_t i = 0; i < array.count(); i++) {
+        setLoopVariable(loop.element, array.at(i));
+        Flow flow = run(loop.body);
+        if (flow == Flow::Return)
+            return flow;
+        if (flow == Flow::Exit)
+            break;
+    }
+    return Flow::Onward;
+}
+
+Interpreter::Flow Interpreter::visit(const Loop &loop, const Place &)
+{
+    for (;;) {
+        if (loop.before && holds(*loop.before) == loop.untilBefore)
+            return Flow::Onward;
+        Flow flow = run(loop.body);
+        if (flow == Flow::Return)
+            return flow;
+        if (flow == Flow::Exit || (loop.after && holds(*loop.after) == loop.untilAfter))
+            return Flow::Onward;
+    }
+}
+
+Interpreter::Flow Interpreter::visit(const Leave &leave, const Place &)
+{
+    return leave.isContinue ? Flow::Continue : Flow::Exit;
+}
+
+Interpreter::Flow Interpreter::visit(const Return &leave, const Place &)
+{
+    if (leave.value) {
+        Value result = evaluate(*leave.value, leave.type);
+        _frame->result = result;
+    }
+    return Flow::Return;
+}
+
+// --- Exceptions ----------------------------------------------------------------------------------------------------
+
+Interpreter::Flow Interpreter::runGuarded(const Try &attempt)
+{
+    Frame *frame = _frame;
+    int depth = _depth;
+    try {
+        return run(attempt.body);
+    } catch (const Raised &exception) {
+        _frame = frame;
+        _depth = depth;
+        for (const Try::Catch &handler : attempt.catches) {
+            if (!handler.className.text.empty() && !exception.object.isA(handler.className.text))
+                continue;
+            if (handler.variable)
+                slot(*handler.variable) = exception.object;
+            return run(handler.body);
+        }
+        throw;
+    }
+}
+
+Interpreter::Flow Interpreter::visit(const Try &attempt, const Place &)
+{
+    Flow flow;
+    try {
+        flow = runGuarded(attempt);
+    } catch (const Raised &) {
+        Flow finally = run(attempt.finally);
+        if (finally != Flow::Onward)
+            return finally;
+        throw;
+    }
+    Value result = _frame->result; // of a Return, which comes after Finally
+    Flow finally = run(attempt.finally);
+    if (finally != Flow::Onward)
+        return finally;
+    _frame->result = result;
+    return flow;
+}
+
+Interpreter::Flow Interpreter::visit(const Raise &raise, const Place &place)
+{
+    Value exception = evaluate(*raise.exception);
+    if (exception.isNil())
+        throw raised("NilObjectException", "This is Nil.", raise.exception->place);
+    throw Raised{exception, place};
+}
+
+} // namespace script

@@ -1,0 +1,189 @@
+#include "host/script/script.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <deque>
+#include <functional>
+
+#include "host/script/builtins.h"
+#include "host/script/checker.h"
+#include "host/script/interpreter.h"
+#include "host/script/parser.h"
+#include "host/script/raised.h"
+
+namespace script {
+
+// --- Messages ------------------------------------------------------------------------------------------------------
+
+static void print(const Place &place, const std::string &message)
+{
+    fflush(stdout);
+    fputs(report(place, message).c_str(), stderr);
+}
+
+static void print(const Raised &exception)
+{
+    std::string message = exception.object.className() + ": " + exception.object.property("Message").text();
+    if (int32_t number = exception.object.property("ErrorNumber").int32())
+        message += " (error number " + std::to_string(number) + ")";
+    print(exception.place, message);
+}
+
+static void print(const ProblemsFound &found)
+{
+    for (const Problem &problem : found.problems)
+        print(problem.place, problem.message);
+}
+
+// True when the body came to its end.
+static bool reporting(const std::function<void()> &body)
+{
+    try {
+        body();
+        fflush(stdout);
+        return true;
+    } catch (const ProblemsFound &found) {
+        print(found);
+    } catch (const Raised &exception) {
+        print(exception);
+    } catch (const AssertionFailed &failed) {
+        print(failed.place, failed.message.empty() ? "this does not hold" : "this does not hold: " + failed.message);
+    }
+    return false;
+}
+
+// --- Programs ------------------------------------------------------------------------------------------------------
+
+bool runProgram(const std::string &name, const std::string &text)
+{
+    Source source{name, text};
+    std::unique_ptr<Program> program;
+    Symbols symbols;
+    Interpreter interpreter(false);
+    return reporting([&] {
+        program = parse(source);
+        Checker(symbols).check(*program);
+        interpreter.run(*program);
+    });
+}
+
+// --- Conversations -------------------------------------------------------------------------------------------------
+
+struct Conversation::State {
+    // Everything that was entered stays, since methods and messages refer to it.
+    std::deque<Source> sources;
+    std::vector<std::unique_ptr<Program>> programs;
+    Symbols symbols;
+    Interpreter interpreter{true};
+};
+
+Conversation::Conversation() : _state(std::make_unique<State>()) {}
+
+Conversation::~Conversation() = default;
+
+Conversation::Answer Conversation::enter(const std::string &text)
+{
+    Source &source = _state->sources.emplace_back(Source{"input", text});
+    std::unique_ptr<Program> program;
+    try {
+        program = parse(source, true);
+    } catch (const ProblemsFound &found) {
+        if (found.problems.front().isIncomplete) {
+            _state->sources.pop_back();
+            return Answer::WantsMore;
+        }
+        print(found);
+        return Answer::Failed;
+    }
+    _state->programs.push_back(std::move(program));
+    bool isDone = reporting([&] {
+        Checker(_state->symbols, true).check(*_state->programs.back());
+        _state->interpreter.run(*_state->programs.back());
+    });
+    return isDone ? Answer::Done : Answer::Failed;
+}
+
+void Conversation::finish(const std::string &text)
+{
+    Source source{"input", text};
+    reporting([&] { parse(source, true); });
+}
+
+static bool isWordCharacter(char c)
+{
+    return isalnum(static_cast<unsigned char>(c)) || c == '_' || static_cast<unsigned char>(c) >= 0x80;
+}
+
+static std::vector<std::string> membersOf(const Type &type, const Symbols &symbols)
+{
+    if (type.isArray) {
+        std::vector<std::string> names;
+        for (const ArrayMember &member : arrayMembers())
+            names.push_back(member.name);
+        return names;
+    }
+    std::vector<std::string> names =
+        isVariant(type) || isObject(type) ? memberNames(nameOf(type), false) : std::vector<std::string>();
+    auto definition = symbols.classes.find(type.name);
+    const ClassDefinition *each = definition == symbols.classes.end() ? nullptr : definition->second;
+    for (; each; each = each->super) {
+        for (const Dim::Item *field : each->fields)
+            names.push_back(field->variable.name.text);
+        for (const Function &method : each->methods)
+            names.push_back(method.name.text);
+    }
+    return names;
+}
+
+// Members of what the word in front of a dot names. Behind a call, or when nobody knows what it is, those of the class
+// that the plug-in adds.
+static std::vector<std::string> membersBehind(const std::string &word, const Symbols &symbols)
+{
+    auto variable = symbols.globals.find(word);
+    if (variable != symbols.globals.end())
+        return membersOf(variable->second.type, symbols);
+    if (!word.empty() && host::Host::shared().findClass(word))
+        return memberNames(word, true);
+    return memberNames("NSUserDefaultsKTZ", false);
+}
+
+static std::vector<std::string> bareNames(const Symbols &symbols)
+{
+    std::vector<std::string> names = reservedWords();
+    for (const auto &[name, variable] : symbols.globals)
+        names.push_back(variable.name.text);
+    for (const auto &[name, function] : symbols.functions)
+        names.push_back(function->name.text);
+    for (const Builtin &builtin : builtins())
+        names.push_back(builtin.declaration.name);
+    for (const host::ClassDescription *each : host::Host::shared().classes())
+        names.push_back(each->name);
+    return names;
+}
+
+std::vector<std::string> Conversation::completions(const std::string &line) const
+{
+    size_t start = line.size();
+    while (start > 0 && isWordCharacter(line[start - 1]))
+        start--;
+    std::string begun = line.substr(start);
+    std::vector<std::string> names;
+    if (start > 0 && line[start - 1] == '.') {
+        size_t baseStart = start - 1;
+        while (baseStart > 0 && isWordCharacter(line[baseStart - 1]))
+            baseStart--;
+        names = membersBehind(line.substr(baseStart, start - 1 - baseStart), _state->symbols);
+    } else {
+        names = bareNames(_state->symbols);
+    }
+    names.erase(std::remove_if(names.begin(), names.end(),
+                               [&](const std::string &name) {
+                                   return !host::equalIgnoringCase(name.substr(0, begun.size()), begun);
+                               }),
+                names.end());
+    std::sort(names.begin(), names.end(), IgnoringCase());
+    names.erase(std::unique(names.begin(), names.end()), names.end());
+    return names;
+}
+
+} // namespace script

@@ -1,0 +1,47 @@
+#include "host/script/text_functions.h"
+
+#include <Foundation/Foundation.h>
+
+namespace script {
+
+std::vector<std::string> charactersOf(const std::string &utf8)
+{
+    std::vector<std::string> characters;
+    for (char byte : utf8) {
+        bool continues = (byte & 0xC0) == 0x80;
+        if (continues && !characters.empty())
+            characters.back() += byte;
+        else
+            characters.emplace_back(1, byte);
+    }
+    return characters;
+}
+
+static std::string changed(const std::string &utf8, SEL change)
+{
+    @autoreleasepool {
+        NSString *text = [[[NSString alloc] initWithBytes:utf8.data() length:utf8.size()
+                                                 encoding:NSUTF8StringEncoding] autorelease];
+        if (!text) // bytes without an encoding
+            return utf8;
+        NSData *bytes = [[text performSelector:change] dataUsingEncoding:NSUTF8StringEncoding];
+        return std::string(static_cast<const char *>([bytes bytes]), [bytes length]);
+    }
+}
+
+std::string uppercase(const std::string &utf8)
+{
+    return changed(utf8, @selector(uppercaseString));
+}
+
+std::string lowercase(const std::string &utf8)
+{
+    return changed(utf8, @selector(lowercaseString));
+}
+
+int compareText(const std::string &a, const std::string &b)
+{
+    return lowercase(a).compare(lowercase(b));
+}
+
+} // namespace script

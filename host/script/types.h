@@ -1,0 +1,45 @@
+// Types of the script language, which are those of the host's declarations.
+#pragma once
+
+#include "host/script/syntax.h"
+
+namespace script {
+
+// No value at all; the type of Nil, which fits every object, array and Variant.
+Type nothing();
+Type nilType();
+// A type of the language by name, any case; an unknown name is a class. Byte, Int8… are what the declarations name so.
+Type typeNamed(const std::string &name, bool isArray = false);
+Type classType(const std::string &name);
+Type elementOf(const Type &array);
+Type arrayOf(const Type &element);
+
+bool isNothing(const Type &type);
+bool isNil(const Type &type);
+bool isVariant(const Type &type);
+bool isInteger(const Type &type);
+bool isNumber(const Type &type);
+bool isString(const Type &type);
+bool isBoolean(const Type &type);
+bool isObject(const Type &type); // of a class, not an array
+bool isDate(const Type &type);
+
+// "Integer", "String()", "NSUserDefaultsKTZ": the language's own spelling.
+std::string nameOf(const Type &type);
+// The same with an article: "an Integer".
+std::string articleAndName(const Type &type);
+
+// The type of a value that is known before the program runs.
+Type typeOf(const host::Value &value);
+
+// How well a value of a type fits where another is declared: 2 exactly, 1 converted or perhaps (a Variant), 0 not.
+int fit(const Type &declared, const Type &given);
+
+// What a variable holds before anything is assigned to it.
+host::Value initialValue(const Type &type);
+
+// A value as the declared type holds it: numbers as numbers of that type (integers keep their low bits, reals are cut
+// towards zero), a Variant as what it is to become. Throws Raised for an object of another class.
+host::Value converted(const host::Value &value, const Type &declared, const Place &place);
+
+} // namespace script
