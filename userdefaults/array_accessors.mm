@@ -5,19 +5,20 @@
 #include "bridge/variant/object_to_variant.h"
 #include "plugin/host_functions.h"
 #include "userdefaults/carried_defaults.h"
+#include "userdefaults/filled_array.h"
 
 REALarrayString stringArrayForKey(REALobject self, REALstring key)
 {
-    auto array = reinterpret_cast<REALarrayString>(REALCreateArray(kHostStringElements, kEmptyArrayBound));
-    guarded([=] { FillStringArray(array, [defaultsOf(self) stringArrayForKey:textOf(key)]); });
-    return array;
+    return reinterpret_cast<REALarrayString>(
+        FilledArray(REALCreateArray(kHostStringElements, kEmptyArrayBound), [=](REALarray array) {
+            FillStringArray(reinterpret_cast<REALarrayString>(array), [defaultsOf(self) stringArrayForKey:textOf(key)]);
+        }));
 }
 
 REALarray arrayForKey(REALobject self, REALstring key)
 {
-    REALarray array = REALCreateArray(kHostObjectElements, kEmptyArrayBound);
-    guarded([=] { FillObjectArray(array, [defaultsOf(self) arrayForKey:textOf(key)]); });
-    return array;
+    return FilledArray(REALCreateArray(kHostObjectElements, kEmptyArrayBound),
+                       [=](REALarray array) { FillObjectArray(array, [defaultsOf(self) arrayForKey:textOf(key)]); });
 }
 
 void setStringArrayForKey(REALobject self, REALstring key, REALarrayString values)

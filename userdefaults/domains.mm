@@ -4,6 +4,7 @@
 #include "bridge/data/string_array.h"
 #include "plugin/host_functions.h"
 #include "userdefaults/carried_defaults.h"
+#include "userdefaults/filled_array.h"
 
 RBBoolean synchronize(REALobject self)
 {
@@ -74,13 +75,14 @@ void setVolatileDomain(REALobject self, REALdictionary domain, REALstring domain
     });
 }
 
-// The shape of both lists of names: the array is made before Cocoa is asked and returned in every case.
+// The shape of both lists of names.
 template <typename NamesOf>
 static REALarrayString HostArrayOfNames(REALobject self, NamesOf namesOf)
 {
-    auto array = reinterpret_cast<REALarrayString>(REALCreateArray(kHostStringElements, kEmptyArrayBound));
-    guarded([=] { FillStringArray(array, namesOf(defaultsOf(self))); });
-    return array;
+    return reinterpret_cast<REALarrayString>(
+        FilledArray(REALCreateArray(kHostStringElements, kEmptyArrayBound), [=](REALarray array) {
+            FillStringArray(reinterpret_cast<REALarrayString>(array), namesOf(defaultsOf(self)));
+        }));
 }
 
 REALarrayString persistentDomainNames(REALobject self)
