@@ -4,6 +4,7 @@
 
 #include "ground.h"
 #include "host/exception.h"
+#include "host/plughost/commands/validate.h"
 #include "host/plughost/environment.h"
 #include "host/plughost/errors.h"
 #include "host/plughost/interactive.h"
@@ -69,6 +70,7 @@ static void addCommands(Program &program)
     addDump(program);
     addLoad(program);
     addTour(program);
+    addValidate(program);
 }
 
 static int printError(const char *message, int status)

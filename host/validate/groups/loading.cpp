@@ -1,0 +1,133 @@
+// Loading: started twice and with another version of the host each time, unloaded and loaded again, two copies at once.
+#include <filesystem>
+#include <unistd.h>
+
+#include "host/validate/case.h"
+#include "host/validate/rows.h"
+
+namespace validate {
+
+using host::Value;
+
+namespace {
+
+struct Version {
+    const char *profile;
+    int record;
+};
+
+const Version kVersions[] = {
+    {"2009", 9},    {"2011.4", 9},   {"2012.0", 10},  {"2012.2", 10},
+    {"2013.0", 11}, {"2013.02", 11}, {"2013.03", 12}, {"2014.1", 12},
+};
+
+void expectRegistered(const host::Plugin &plugin, int record)
+{
+    const host::ClassDescription *registered = theHost().findClass(kClass);
+    expect(registered, "the class is not registered");
+    expect(plugin.recordVersion() == record, "reported record version " + std::to_string(plugin.recordVersion()));
+    expect(registered->recordVersion == record, "record version " + std::to_string(registered->recordVersion));
+    expect(registered->methods.size() == 43 && registered->sharedMethods.size() == 6,
+           std::to_string(registered->methods.size()) + " methods and " +
+               std::to_string(registered->sharedMethods.size()) + " shared ones");
+    expect(registered->dataSize == 16, "instance data of " + std::to_string(registered->dataSize) + " bytes");
+}
+
+void runEveryRow()
+{
+    for (const Row &row : rows()) {
+        World world;
+        try {
+            runRow(row, world);
+        } catch (const Failure &failure) {
+            throw Failure(row.name + ": " + failure.what());
+        }
+    }
+}
+
+host::Plugin &loadOn(const std::string &profile)
+{
+    host::Host &host = theHost();
+    host.use(*host::Profile::named(profile));
+    if (!host.findClass("NSExceptionKTZ"))
+        host.load(settings().family);
+    return host.load(settings().plugin);
+}
+
+// A host without a version number is taken for the one that started the plug-in before.
+int recordOf(const Version &first, const Version &second)
+{
+    return theHost().profile().version ? second.record : first.record;
+}
+
+void startTwice(const Version &first, const Version &second)
+{
+    host::Plugin &plugin = loadOn(first.profile);
+    expectRegistered(plugin, first.record);
+    runEveryRow();
+    theHost().use(*host::Profile::named(second.profile));
+    plugin.start();
+    expectRegistered(plugin, recordOf(first, second));
+    runEveryRow();
+    expectBalance();
+}
+
+void loadAgain(const Version &version)
+{
+    for (int round = 0; round < 3; round++) {
+        host::Plugin &plugin = loadOn(version.profile);
+        expectRegistered(plugin, version.record);
+        runEveryRow();
+        theHost().unload(plugin);
+        expect(!theHost().findClass(kClass), "the class outlives the plug-in");
+    }
+    expectBalance();
+}
+
+// A second copy takes over the class; objects of the first one live and die with the first.
+void loadTwoCopies(const Version &version)
+{
+    namespace fs = std::filesystem;
+    fs::path copy = fs::current_path() / ("copy-" + fs::path(settings().plugin).filename().string());
+    fs::copy_file(settings().plugin, copy);
+    loadOn(version.profile);
+    Value ofFirst = theHost().newObject(kClass);
+    call(ofFirst, "setIntegerValue", {"First", 1});
+    host::Plugin &second = theHost().load(copy);
+    expectRegistered(second, version.record);
+    runEveryRow();
+    Value ofSecond = theHost().newObject(kClass);
+    call(ofSecond, "setIntegerValue", {"Second", 2});
+    expect(call(ofFirst, "integerForKey", {"First"}).int32() == 1, "the first copy's object is disturbed");
+    ofFirst.reset();
+    expect(call(ofSecond, "integerForKey", {"Second"}).int32() == 2, "the second copy's object is disturbed");
+    ofSecond.reset();
+    expectBalance();
+}
+
+void add(const std::string &name, std::function<void()> body, std::vector<Batch> &batches)
+{
+    Batch batch;
+    batch.secondsPerCase = 60;
+    batch.cases.push_back({"load/" + name, std::move(body)});
+    batches.push_back(std::move(batch));
+}
+
+} // namespace
+
+void addLoading(const Settings &settings, std::vector<Batch> &batches)
+{
+    for (const Version &first : kVersions) {
+        for (const Version &second : kVersions)
+            if (settings.level >= 3 || first.record == second.record)
+                add(
+                    std::string("twice/") + first.profile + "/" + second.profile, [&] { startTwice(first, second); },
+                    batches);
+        add(
+            std::string("again/") + first.profile, [&] { loadAgain(first); }, batches);
+        add(
+            std::string("two-copies/") + first.profile, [&] { loadTwoCopies(first); }, batches);
+    }
+}
+
+} // namespace validate

@@ -1,0 +1,213 @@
+// Calls that come back in. While a member of the class works, host code runs: an observer of the notification that a
+// setter posts, or whatever the host does in the middle of an entry point. It calls other members, dictionaries inside
+// dictionaries among them, and neither call may disturb the other.
+#include "host/validate/case.h"
+#include "host/validate/rows.h"
+
+#import <Foundation/Foundation.h>
+
+#include <optional>
+
+@interface ValidationObserver : NSObject {
+@public
+    std::function<void()> *body;
+}
+- (void)defaultsChanged:(NSNotification *)notification;
+@end
+
+@implementation ValidationObserver
+- (void)defaultsChanged:(NSNotification *)notification
+{
+    (void)notification;
+    (*body)();
+}
+@end
+
+namespace validate {
+
+using host::Value;
+
+namespace {
+
+// What the intruder does: a getter and a setter whose values are dictionaries inside dictionaries. It keeps the counts
+// of the host and the log as they are.
+class Intruder {
+public:
+    // Runs unless it is running already.
+    void comeIn()
+    {
+        if (_inside)
+            return;
+        _inside = true;
+        _visits++;
+        readNested();
+        writeNested();
+        _inside = false;
+    }
+    long visits() const { return _visits; }
+    // Checked after the call: a failure cannot be thrown through the plug-in.
+    void expectUndisturbed() const { expect(_trouble.empty(), "the inner call is disturbed: " + _trouble); }
+
+private:
+    void readNested()
+    {
+        StandIn standIn;
+        NSDictionary *inner = [NSDictionary dictionaryWithObject:@"deep" forKey:@"inside"];
+        standIn.answerObject("dictionaryForKey:", [NSDictionary dictionaryWithObject:inner forKey:@"outside"]);
+        Value instance = theHost().newInstance(kClass);
+        standIn.carryIn(instance);
+        Value read =
+            theHost().invoke(methodOf("dictionaryForKey(key as string) as dictionary"), instance, {"Inner"}).result;
+        note(shown(read), "{\"outside\": {\"inside\": \"deep\"}}");
+    }
+
+    void writeNested()
+    {
+        StandIn standIn;
+        Value instance = theHost().newInstance(kClass);
+        standIn.carryIn(instance);
+        Value nested = Value::dictionary({{"outside", Value::dictionary({{"inside", "deep"}})}});
+        theHost().invoke(methodOf("setDictionaryValue(key as string, value as dictionary)"), instance,
+                         {"Inner", nested});
+        note(standIn.messages().empty() ? "" : standIn.messages()[0],
+             "setObject:{\"outside\": {\"inside\": \"deep\"}} forKey:\"Inner\"");
+    }
+
+    void note(const std::string &actual, const std::string &expected)
+    {
+        if (actual != expected && _trouble.empty())
+            _trouble = actual + ", and should be " + expected;
+    }
+
+    bool _inside = false;
+    long _visits = 0;
+    std::string _trouble;
+};
+
+} // namespace
+
+static std::vector<std::string> entriesCalledBy(const Row &row)
+{
+    std::vector<std::string> called;
+    World world;
+    runRow(row, world, Throwing::Nothing, nullptr, [&] {
+        for (const host::EntryPointInfo &entry : theHost().entryPoints())
+            if (entry.calls > 0)
+                called.push_back(entry.name);
+    });
+    return called;
+}
+
+// The host calls back in at the start of each call of each entry point that the row uses, one entry after the other.
+static void intrudeThroughEntries(const Row &row)
+{
+    for (const std::string &entry : entriesCalledBy(row)) {
+        Intruder intruder;
+        World world;
+        runRow(
+            row, world, Throwing::Nothing, [&] { theHost().beforeCall(entry, [&] { intruder.comeIn(); }); },
+            [&] { theHost().beforeCall(entry, nullptr); });
+        expect(intruder.visits() > 0, entry + " is not called again");
+        intruder.expectUndisturbed();
+    }
+}
+
+// --- An observer of the notification, with a real defaults object ----------------------------------------------------
+
+namespace {
+
+struct Setter {
+    const char *name;
+    Value (*value)();
+    const char *getter;
+    const char *read; // what the getter gives afterwards
+};
+
+const Setter kSetters[] = {
+    {"setIntegerValue", [] { return Value(7); }, "integerForKey", "int32 7"},
+    {"setFloatValue", [] { return Value(1.5f); }, "floatForKey", "single 1.5"},
+    {"setDoubleValue", [] { return Value(2.25); }, "doubleForKey", "double 2.25"},
+    {"setBoolValue", [] { return Value(true); }, "boolForKey", "true"},
+    {"setStringValue", [] { return Value("Text"); }, "stringForKey", "\"Text\""},
+    {"setURLValue", [] { return Value("http://example.com/"); }, "URLForKey", "\"http://example.com/\""},
+    {"setDataValue", [] { return Value::memoryBlock("ab"); }, "dataForKey", "<6162>"},
+    {"setFileValue", [] { return Value::folderItem("/etc/hosts"); }, "fileForKey", "file /etc/hosts"},
+    {"setVariantValue",
+     [] {
+         return Value::variants({1, "x", Value::dictionary({{"k", 2}})});
+     },
+     "variantForKey", "[int32 1, \"x\", {\"k\": int32 2}]"},
+    {"setDictionaryValue",
+     [] {
+         return Value::dictionary({{"k", Value::dictionary({{"l", 3}})}});
+     },
+     "dictionaryForKey", "{\"k\": {\"l\": int32 3}}"},
+    {"setStringArrayValue",
+     [] {
+         return Value::strings({"first", "second"});
+     },
+     "stringArrayForKey", "[\"first\", \"second\"]"},
+    {"setArrayValue",
+     [] {
+         return Value::variants({1, "x"});
+     },
+     "arrayForKey", "[int32 1, \"x\"]"},
+};
+
+} // namespace
+
+static void intrudeThroughObserver(const Setter &setter)
+{
+    startHost("2013.03", true);
+    {
+        Value defaults = standardUserDefaults();
+        Intruder intruder;
+        int notices = 0;
+        std::function<void()> body = [&] {
+            notices++;
+            intruder.comeIn();
+            if (notices == 1) // the second store from inside posts once more, and ends there
+                call(defaults, setter.name, {"FromInside", setter.value()});
+        };
+        ValidationObserver *observer = [[[ValidationObserver alloc] init] autorelease];
+        observer->body = &body;
+        [[NSNotificationCenter defaultCenter] addObserver:observer
+                                                 selector:@selector(defaultsChanged:)
+                                                     name:NSUserDefaultsDidChangeNotification
+                                                   object:nil];
+        call(defaults, setter.name, {"FromOutside", setter.value()});
+        [[NSNotificationCenter defaultCenter] removeObserver:observer];
+        expect(notices >= 2, "the observer was called " + std::to_string(notices) + " times");
+        intruder.expectUndisturbed();
+        for (const char *key : {"FromOutside", "FromInside"})
+            expectEqual(shown(call(defaults, setter.getter, {key})), setter.read, key);
+    }
+    expectBalance();
+}
+
+void addReentry(const Settings &settings, std::vector<Batch> &batches)
+{
+    std::vector<std::string> profiles = {"2013.03"};
+    if (settings.level >= 3)
+        profiles = {"2011.4", "2012.2", "2014.1"};
+    if (settings.level >= 7)
+        profiles = {"2009", "2011.4", "2012.0", "2012.2", "2013.0", "2013.02", "2013.03", "2014.1"};
+    for (const std::string &profile : profiles) {
+        for (bool family : {true, false}) {
+            Batch batch;
+            batch.prepare = [=] { startHost(profile, family); };
+            for (const Row &row : rows())
+                batch.cases.push_back({"reentry/entries/" + profile + (family ? "/family/" : "/alone/") + row.name,
+                                       [&row] { intrudeThroughEntries(row); }});
+            batches.push_back(std::move(batch));
+        }
+    }
+    for (const Setter &setter : kSetters) {
+        Batch notices;
+        notices.cases.push_back(
+            {std::string("reentry/observer/") + setter.name, [&setter] { intrudeThroughObserver(setter); }});
+        batches.push_back(std::move(notices));
+    }
+}
+
+} // namespace validate

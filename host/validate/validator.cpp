@@ -1,0 +1,69 @@
+#include "host/validate/validator.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <filesystem>
+#include <random>
+
+#include "host/validate/case.h"
+#include "host/validate/ground.h"
+#include "host/validate/report.h"
+#include "host/validate/runner.h"
+
+namespace validate {
+
+static std::vector<Batch> allBatches(const Settings &settings)
+{
+    std::vector<Batch> batches;
+    for (const Group &group : groups()) {
+        // A group that cannot hold a case of that name need not be made.
+        std::string beginning = std::string(group.name) + "/";
+        size_t common = std::min(beginning.size(), settings.only.size());
+        if (beginning.compare(0, common, settings.only, 0, common) == 0)
+            group.add(settings, batches);
+    }
+    return selected(std::move(batches), settings.only);
+}
+
+static size_t countOf(const std::vector<Batch> &batches)
+{
+    size_t count = 0;
+    for (const Batch &batch : batches)
+        count += batch.cases.size();
+    return count;
+}
+
+static void printNames(const std::vector<Batch> &batches)
+{
+    for (const Batch &batch : batches)
+        for (const Case &each : batch.cases)
+            printf("%s\n", each.name.c_str());
+}
+
+bool run(const Settings &settings)
+{
+    if (!std::filesystem::exists(settings.plugin))
+        throw std::runtime_error(settings.plugin + ": there is no such file");
+    prepareGround(settings);
+    std::vector<Batch> batches = allBatches(settings);
+    if (batches.empty())
+        throw std::runtime_error("there is no case whose name begins with \"" + settings.only + "\" at level " +
+                                 std::to_string(settings.level));
+    if (settings.list) {
+        printNames(batches);
+        return true;
+    }
+    Report report(settings, countOf(batches) * size_t(settings.repeat));
+    std::mt19937 random(settings.seed);
+    for (int round = 0; round < settings.repeat; round++) {
+        if (settings.shuffle) {
+            std::shuffle(batches.begin(), batches.end(), random);
+            for (Batch &batch : batches)
+                std::shuffle(batch.cases.begin(), batch.cases.end(), random);
+        }
+        runBatches(batches, settings, report);
+    }
+    return report.finish();
+}
+
+} // namespace validate
