@@ -80,9 +80,11 @@ static void RaiseOutOfMemory()
     static bool raising = false;
     if (raising)
         return;
-    raising = true;
+    struct Once { // also when the host throws on the way
+        Once() { raising = true; }
+        ~Once() { raising = false; }
+    } const once;
     RaiseException("OutOfMemoryException", "Failed to allocate memory for a string.", 0);
-    raising = false;
 }
 
 REALstring REALBuildUnicodeString(const void *bytes, int64_t length, uint32_t encoding)
