@@ -4,7 +4,7 @@
 preset := linux-i386
 build  := cmake --build --preset $(preset) --target
 
-.PHONY: help setup configure build macos demo test test-macos fuzz format check-format clean
+.PHONY: help setup configure build macos demo test test-macos valgrind fuzz format check-format clean
 .DEFAULT_GOAL := help
 
 help: ## this list
@@ -31,6 +31,9 @@ test: build ## build and run every test; the last line counts them
 
 test-macos: build ## the macOS plug-in's tests at every level of optimisation and with both kinds of fix-ups (minutes)
 	@tools/test-macos-variants.sh $(preset)
+
+valgrind: build ## a tour of the class under memcheck: no errors, no leaks
+	@tools/valgrind.sh $(preset)
 
 fuzz: setup ## the fuzzers, each for FUZZ_TIME seconds (60 unless given)
 	@tools/fuzz.sh $(or $(FUZZ_TIME),60)
