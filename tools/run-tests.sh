@@ -18,5 +18,22 @@ count() {
 tests=$(count tests)
 not_passed=$(($(count failures) + $(count disabled) + $(count skipped)))
 tests=${tests:-0}
+
+# The black-box tests run once on each file of the plug-in, under the same names. Cases that passed on one alone are a
+# difference between the two, and a failure even when every case that ran has passed.
+passed_on() {
+    sed -n "s/.*<testcase name=\"$1\.\([^\"]*\)\".* status=\"run\".*/\1/p" "$results" 2>/dev/null | sort
+}
+on_so=$(passed_on so)
+on_dylib=$(passed_on dylib)
+same_on_both=true
+if [ -n "$on_dylib" ]; then
+    echo "black-box tests: $(grep -c . <<<"$on_so") passed on the .so, $(grep -c . <<<"$on_dylib") on the dylib"
+    [ "$on_so" = "$on_dylib" ] || {
+        same_on_both=false
+        echo "passed on one file only:"
+        diff <(echo "$on_so") <(echo "$on_dylib") | sed -n 's/^< /    .so   /p; s/^> /    dylib /p'
+    }
+fi
 echo "$((tests - not_passed)) passed, $not_passed failed"
-[ "$ctest_status" -eq 0 ] && [ "$tests" -gt 0 ] && [ "$not_passed" -eq 0 ]
+[ "$ctest_status" -eq 0 ] && [ "$tests" -gt 0 ] && [ "$not_passed" -eq 0 ] && $same_on_both
