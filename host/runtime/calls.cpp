@@ -435,7 +435,10 @@ Value callFunction(void *function, const Declaration &declaration, const Value &
 
 void *functionFor(const Declaration &declaration, bool isShared, const HostMethod::Body &body)
 {
+    // Never freed, as code may keep the pointer; listed, because no leak checker looks into closures.
+    static auto *functions = new std::vector<BodyFunction *>;
     auto *function = new BodyFunction{declaration, isShared, body, {}, {}};
+    functions->push_back(function);
     if (!isShared)
         function->types.push_back(&ffi_type_pointer);
     for (const Parameter &parameter : declaration.parameters)
