@@ -74,8 +74,7 @@ NSDictionary *NewNSDictionary(REALdictionary dictionary)
         return nil;
     REALobject source = AsObject(dictionary);
     int32_t count = 0;
-    REALGetPropValueInt32(source, "Count", &count);
-    if (count < 1)
+    if (!REALGetPropValueInt32(source, "Count", &count) || count < 1)
         return [NSDictionary dictionary];
     NSMutableDictionary *result = [NSMutableDictionary dictionaryWithCapacity:count];
     if (!result)

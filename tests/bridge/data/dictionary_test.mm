@@ -143,6 +143,29 @@ TEST_F(Dictionary, ThatTheHostCannotCountIsEmpty)
     EXPECT_FALSE([result isKindOfClass:[NSMutableDictionary class]]);
 }
 
+TEST_F(Dictionary, ThatTheHostFailsToCountIsEmptyWhateverItWrote)
+{
+    start();
+    Value dictionary = Value::dictionary({{"k", "v"}});
+    host.replace("REALGetPropValueInt", bodyOf([](void *, const char *, int32_t *count) -> unsigned char {
+                     *count = 1;
+                     return 0;
+                 }));
+    NSDictionary *result = dictionaryOf(dictionary);
+    ASSERT_NE(result, nil);
+    EXPECT_EQ([result count], 0u);
+}
+
+TEST_F(Dictionary, ThatCocoaCannotMakeIsNil)
+{
+    start();
+    Value dictionary = Value::dictionary({{"k", "v"}});
+    carrier();
+    support::CocoaMethod none("NSMutableDictionary", "dictionaryWithCapacity:", support::MethodOf::Class,
+                              bodyOf([](id, SEL, unsigned) -> id { return nil; }));
+    EXPECT_EQ(dictionaryOf(dictionary), nil);
+}
+
 TEST_F(Dictionary, AnAnswerWithoutKeysIsAnEmptyDictionary)
 {
     start();
