@@ -1,5 +1,6 @@
-// What the other libraries of the plug-in family add to Cocoa's classes at run time. Any of them may be
-// missing; only +NewNSExceptionKTZ: is sent without asking first.
+// What the other libraries of the plug-in family add to Cocoa's classes at run time. Any of it may be
+// missing, so it is asked for first, with two exceptions: +NewNSExceptionKTZ:, and the messages that make time
+// values, which are there wherever the host class is whose objects they take.
 #pragma once
 
 #include "plugin/host_types.h"

@@ -1,6 +1,7 @@
 // Dictionaries between the host and Cocoa. Keys and values go through the general converters of
 // bridge/variant/, which come back here for dictionaries inside; there is no limit to the depth, and a
-// dictionary that contains itself is converted without end.
+// dictionary that contains itself is converted without end. What Cocoa raises passes through to the caller's
+// guard.
 #pragma once
 
 #include "plugin/host_types.h"

@@ -57,7 +57,7 @@ CFStringRef RBString2CFString(REALstring string)
                                      : CreateFromOldRecord(string, encoding);
 }
 
-// `buffer` has room for `size` bytes and a terminating zero.
+// `buffer` has room for `size` bytes, the terminating zero among them.
 static REALstring BuildFromUTF8(CFStringRef text, char *buffer, CFIndex size)
 {
     if (!CFStringGetCString(text, buffer, size, kUTF8Text))
