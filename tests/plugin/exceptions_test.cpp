@@ -46,6 +46,22 @@ TEST_P(Raise, ErrorNumberIsSetToZeroWhateverIsGiven)
     EXPECT_TRUE(raisedOnce(host.takePendingExceptions(), "RuntimeException", "x"));
 }
 
+TEST_P(Raise, CallsTheHostInOneOrder)
+{
+    const std::vector<std::string> order = {
+        "REALBuildString",       "PluginNewInstance", "REALSetPropValueString", "REALSetPropValueInt",
+        "RuntimeRaiseException", "REALUnlockObject",  "REALUnlockString",
+    };
+    std::vector<std::string> called;
+    for (const std::string &entry : order)
+        host.beforeCall(entry, [&called, entry] { called.push_back(entry); });
+    RaiseException("RuntimeException", "x", 0);
+    for (const std::string &entry : order)
+        host.beforeCall(entry, nullptr);
+    EXPECT_EQ(called, order);
+    host.takePendingExceptions();
+}
+
 INSTANTIATE_TEST_SUITE_P(Hosts, Raise, support::everyProfile(), support::profileTestName);
 
 // A missing or failing service skips its own step only.

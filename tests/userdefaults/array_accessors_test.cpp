@@ -50,6 +50,9 @@ Value arrayOf(const Kind &kind, const std::vector<std::string> &texts)
     return array;
 }
 
+// What the plug-in converts, in its order.
+std::vector<std::string> converted;
+
 class ArrayAccessors : public support::BlackBox, public testing::WithParamInterface<ArrayHost> {
 protected:
     void startHost()
@@ -219,9 +222,27 @@ TEST_P(ArrayAccessors, ForeignExceptionsPassThroughAndLocksAreLetGo)
     recorded.throwForeignObject("setObject:forKey:");
     Value key = "Key";
     for (const Kind &kind : kKinds) {
+        recorded.throwForeignObject(kind.selector);
         Value array = arrayOf(kind, {"a", "b"});
-        auto *function = reinterpret_cast<void (*)(void *, void *, void *)>(method(kind.setter).function);
-        EXPECT_EQ(cocoa::objectThrownBy([&] { function(instance.handle(), key.handle(), array.handle()); }), "foreign");
+        auto *set = reinterpret_cast<void (*)(void *, void *, void *)>(method(kind.setter).function);
+        EXPECT_EQ(cocoa::objectThrownBy([&] { set(instance.handle(), key.handle(), array.handle()); }), "foreign");
+        auto *get = reinterpret_cast<void *(*)(void *, void *)>(method(kind.getter).function);
+        EXPECT_EQ(cocoa::objectThrownBy([&] { get(instance.handle(), key.handle()); }), "foreign");
+    }
+}
+
+TEST_P(ArrayAccessors, TheKeyIsConvertedBeforeTheElements)
+{
+    startHost();
+    recorded.carryIn(instance);
+    for (const char *entry : {"REALGetStringCFString", "REALGetStringEncoding"}) // from 2012 on, and before
+        host.beforeCall(entry, [] { converted.push_back("key"); });
+    host.beforeCall("RuntimeUBound", [] { converted.push_back("elements"); });
+    for (const Kind &kind : kKinds) {
+        Value array = Value::array(kind.elements);
+        converted.clear();
+        host.call(instance, kind.setter, {"Key", array});
+        EXPECT_THAT(converted, ElementsAre("key", "elements"));
     }
 }
 

@@ -64,6 +64,9 @@ const KeyRow kKeys[] = {
     {[] { return Value::nullString(); }, "nil"},
 };
 
+// What the plug-in converts, in its order.
+std::vector<std::string> converted;
+
 class ObjectAccessors : public support::BlackBoxOnEveryHost {
 protected:
     void SetUp() override
@@ -115,6 +118,30 @@ TEST_P(ObjectAccessors, SettersSendOneMessageWithTheKeyAndTheValue)
         }
         host.call(instance, row.method, {"Key", Value()});
         EXPECT_EQ(onlyMessage(), withKey(row.nilMessage, "\"Key\"")) << "nil is sent, which removes the value";
+    }
+}
+
+TEST_P(ObjectAccessors, TheKeyIsConvertedBeforeTheValue)
+{
+    useStandIn();
+    const struct {
+        const char *setter;
+        Value value;
+        const char *firstEntry; // that the value's conversion calls
+    } rows[] = {
+        {"setDataValue", Value::memoryBlock("x"), "memoryBlockGetSize"},
+        {"setVariantValue", Value::memoryBlock("x"), "pluginObjectType"},
+        {"setFileValue", Value::folderItem("/tmp"), "REALFSRefFromFolderItem"},
+        {"setDictionaryValue", Value::dictionary(), "REALGetPropValueInt"},
+    };
+    for (const char *entry : {"REALGetStringCFString", "REALGetStringEncoding"}) // from 2012 on, and before
+        host.beforeCall(entry, [] { converted.push_back("key"); });
+    for (const auto &row : rows) {
+        host.beforeCall(row.firstEntry, [] { converted.push_back("value"); });
+        converted.clear();
+        host.call(instance, row.setter, {"Key", row.value});
+        EXPECT_THAT(converted, ElementsAre("key", "value")) << row.setter;
+        host.beforeCall(row.firstEntry, nullptr);
     }
 }
 

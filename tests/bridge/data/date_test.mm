@@ -161,6 +161,18 @@ TEST_F(Date, ThatTheHostCannotMakeIsNil)
     EXPECT_TRUE(toHost([NSDate date]).isA("Date"));
 }
 
+TEST_F(Date, ThatCocoaCannotTellTheDayOfIsNil)
+{
+    start();
+    NSDate *date = [NSDate dateWithTimeIntervalSinceReferenceDate:0];
+    carrier();
+    host.resetCounts();
+    support::CocoaMethod none("NSCalendarDate", "initWithTimeIntervalSinceReferenceDate:", support::MethodOf::Instance,
+                              bodyOf([](id, SEL, double) -> id { return nil; }));
+    EXPECT_TRUE(toHost(date).isNil());
+    EXPECT_EQ(host.calls("PluginNewInstance"), 0);
+}
+
 TEST_F(Date, OfAnyKindOfCocoaIsAHostDate)
 {
     start();

@@ -53,6 +53,17 @@ protected:
     NSDictionary *dictionaryOf(const Value &value) { return toCocoaWith("setDictionaryValue", value); }
     Value hostDictionaryOf(NSDictionary *dictionary) { return toHostWith("dictionaryForKey", dictionary); }
 
+    // One of text, whose walk ended in an exception the first time; its methods were the last to be loaded.
+    Value dictionaryLeftByAnException()
+    {
+        support::LogCapture log;
+        forget();
+        Value dictionary = Value::dictionary({{"k", Value::strings({Value::nullString()})}});
+        EXPECT_EQ(tryToCocoa(dictionary, "setDictionaryValue").size(), 1u);
+        dictionary.put("k", "text");
+        return dictionary;
+    }
+
     void expectEntries(NSDictionary *dictionary, int count)
     {
         ASSERT_EQ([dictionary count], unsigned(count));
@@ -134,16 +145,35 @@ TEST_F(DictionaryMethods, AnEmptyAnswerForgetsThemToo)
 // An exception leaves them as they were; the next walk through the same Dictionary starts where they are.
 TEST_F(DictionaryMethods, StayAsTheyWereWhenCocoaRaisesInTheMiddle)
 {
-    support::LogCapture log;
-    Value dictionary = Value::dictionary({{"k", Value::strings({Value::nullString()})}});
-    forget();
-    EXPECT_EQ(tryToCocoa(dictionary, "setDictionaryValue").size(), 1u);
+    Value dictionary = dictionaryLeftByAnException();
     EXPECT_EQ(loaded, threeOf({0}));
-    dictionary.put("k", "text");
     EXPECT_EQ([dictionaryOf(dictionary) count], 1u);
     EXPECT_EQ(loaded, threeOf({0})) << "the same Dictionary still";
     EXPECT_EQ([dictionaryOf(dictionary) count], 1u);
     EXPECT_EQ(loaded, threeOf({0, 0})) << "and afresh after the whole walk";
+}
+
+TEST_F(DictionaryMethods, AreForgottenByAWalkThroughNoEntries)
+{
+    Value dictionary = dictionaryLeftByAnException();
+    hostDictionaryOf([NSDictionary dictionary]);
+    dictionaryOf(dictionary);
+    EXPECT_EQ(loaded, threeOf({0, 0}));
+}
+
+TEST_F(DictionaryMethods, AreLeftAsTheyWereWhereNoWalkBegins)
+{
+    Value dictionary = dictionaryLeftByAnException();
+    hostDictionaryOf(nil);
+    dictionaryOf(Value::dictionary());
+    {
+        NSDictionary *source = [NSDictionary dictionaryWithObject:@"v" forKey:@"k"];
+        support::CocoaMethod keys("NSDictionary", "allKeys", support::MethodOf::Instance,
+                                  bodyOf([](id, SEL) -> id { return nil; }));
+        hostDictionaryOf(source);
+    }
+    dictionaryOf(dictionary);
+    EXPECT_EQ(loaded, threeOf({0}));
 }
 
 namespace {

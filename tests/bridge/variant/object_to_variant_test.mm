@@ -114,6 +114,19 @@ TEST_F(ObjectToVariant, TheInsertProcedureIsAskedForAnewForEachElement)
     EXPECT_EQ(host.calls("RuntimeArrayDirectGetInsertProc"), 3);
 }
 
+TEST_F(ObjectToVariant, AnElementThatIsNotInsertedKeepsItsIndexFree)
+{
+    start();
+    static int asked;
+    static std::vector<int> indexes;
+    host.replace("RuntimeArrayDirectGetInsertProc", bodyOf([](void *) -> void * {
+                     return asked++ == 1 ? nullptr
+                                         : bodyOf([](void *, int32_t index, void *) { indexes.push_back(index); });
+                 }));
+    toHost([NSArray arrayWithObjects:@"x", @"y", @"z", nil]);
+    EXPECT_EQ(indexes, (std::vector<int>{0, 2}));
+}
+
 TEST_F(ObjectToVariant, TextBecomesAStringVariant)
 {
     start();
