@@ -1,0 +1,16 @@
+#!/usr/bin/env bash
+# coverage.sh PRESET: builds and runs the tests with a plug-in that counts the branches taken (on the Linux file: the
+# macOS one is made of the same sources). Prints a table of the plug-in's sources, then every branch that no test took in
+# one of its directions.
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+preset=$1
+tree=$PWD/build/$preset
+
+tools/setup/configure.sh "$preset"
+cmake --build --preset "$preset" --target all
+rm -rf "$tree/counts"
+mkdir -p "$tree/counts"
+# One file for each of four processes at a time, added to by all that follow.
+LLVM_PROFILE_FILE=$tree/counts/%4m.profraw tools/run-tests.sh "$preset" | tail -n 1
+tools/coverage-report.sh "$tree/counts" "$tree/NSUserDefaults.so"
