@@ -4,7 +4,7 @@
 preset := linux-i386
 build  := cmake --build --preset $(preset) --target
 
-.PHONY: help setup configure build macos demo test test-macos valgrind fuzz format check-format clean
+.PHONY: help setup configure build macos demo test test-macos sanitize valgrind fuzz coverage mutations format check-format clean
 .DEFAULT_GOAL := help
 
 help: ## this list
@@ -32,11 +32,20 @@ test: build ## build and run every test; the last line counts them
 test-macos: build ## the macOS plug-in's tests at every level of optimisation and with both kinds of fix-ups (minutes)
 	@tools/test-macos-variants.sh $(preset)
 
+sanitize: setup ## the tests and the validator under AddressSanitizer, LeakSanitizer and UndefinedBehaviorSanitizer
+	@tools/sanitize.sh $(preset)-sanitize
+
 valgrind: build ## a tour of the class under memcheck: no errors, no leaks
 	@tools/valgrind.sh $(preset)
 
 fuzz: setup ## the fuzzers, each for FUZZ_TIME seconds (60 unless given)
 	@tools/fuzz.sh $(or $(FUZZ_TIME),60)
+
+coverage: setup ## which branches of the plug-in the tests take, and which they do not
+	@tools/coverage.sh $(preset)-coverage
+
+mutations: build ## ten mistakes made on purpose, and the case that notices each
+	@tools/mutations/run.sh
 
 format: setup ## format the sources
 	@tools/format.sh
