@@ -256,6 +256,25 @@ TEST_F(BuildStringRules, OutOfMemoryIsRaisedWithItsMessageAgainLater)
     EXPECT_EQ(build("abcd", kUTF8Text).bytes(), "abcd");
 }
 
+int buildingsTried;
+
+void *throwBadAllocAndThenLogicError(const char *, int32_t)
+{
+    if (buildingsTried++ == 0)
+        throw std::bad_alloc();
+    throw std::logic_error("of the host, while the message is built");
+}
+
+TEST_F(BuildStringRules, OutOfMemoryIsRaisedAgainAfterAHostThatThrewOnTheWay)
+{
+    host.replace("REALBuildString", reinterpret_cast<void *>(throwBadAllocAndThenLogicError));
+    EXPECT_THROW(build("abcd", kUTF8Text), std::logic_error);
+    host.replace("REALBuildString", nullptr);
+    host.throwWhileBuildingString(1);
+    EXPECT_TRUE(build("abcd", kUTF8Text).isNullHandle());
+    EXPECT_TRUE(raisedOnce(host.takePendingExceptions(), kOutOfMemory, kMessage));
+}
+
 void throwBadAlloc(void *, uint32_t)
 {
     throw std::bad_alloc();
