@@ -1,0 +1,73 @@
+// MemoryBlocks, beside the bare copy of as many bytes.
+#include "bench/cases/arguments.h"
+
+#include <cstring>
+#include <vector>
+
+namespace bench {
+
+static std::vector<long> sizes(Extent extent)
+{
+    const long mebibyte = 1 << 20;
+    if (extent == Extent::Check)
+        return {1024, mebibyte, 4 * mebibyte};
+    return {1024, mebibyte, 4 * mebibyte, 16 * mebibyte, 64 * mebibyte};
+}
+
+namespace {
+
+// Both sides of one size, made when its cases come.
+struct Block {
+    Value hostBlock;
+    NSData *data = nil, *ours = nil;
+};
+
+} // namespace
+
+void addData(Cases &cases, Ground &ground, Extent extent)
+{
+    auto *get = ground.member<void *(void *, void *)>("dataForKey(key as string) as memoryblock");
+    auto *set = ground.member<void(void *, void *, void *)>("setDataValue(key as string, value as memoryblock)");
+    void *self = ground.self();
+
+    for (long bytes : sizes(extent)) {
+        const std::string what = "MemoryBlock of " + std::to_string(bytes) + " bytes";
+        const Key key("m" + what, 24);
+        auto block = std::make_shared<Block>();
+        auto prepare = [=] {
+            if (block->data)
+                return;
+            const std::string content(size_t(bytes), 'b');
+            block->hostBlock = Value::memoryBlock(content);
+            block->data = [[NSData alloc] initWithBytes:content.data() length:content.size()];
+            block->ours = [[NSData alloc] initWithBytes:content.data() length:content.size()];
+            [standard() setObject:block->data forKey:key.cocoa];
+        };
+        auto tidy = [=] {
+            forget(key.cocoa);
+            [block->data release];
+            [block->ours release];
+            *block = Block();
+        };
+
+        auto from = std::make_shared<std::string>(), to = std::make_shared<std::string>();
+        cases.add("memcpy of " + std::to_string(bytes) + " bytes", bytes)
+            .repeated(1)
+            .byHand([=] { memcpy(to->data(), from->data(), from->size()); })
+            .beforeEach([=] { from->resize(size_t(bytes), 'm'), to->resize(size_t(bytes)); })
+            .atTheEnd([=] { from->clear(), from->shrink_to_fit(), to->clear(), to->shrink_to_fit(); });
+        cases.add("get " + what, bytes)
+            .repeated(1)
+            .byHand([=] { return (void *)[standard() dataForKey:key.cocoa]; })
+            .throughPlugin([=] { return get(self, key.handle()); })
+            .beforeEach(prepare);
+        cases.add("set " + what, bytes)
+            .repeated(1)
+            .byHand([=] { [standard() setObject:block->ours forKey:key.cocoa]; })
+            .throughPlugin([=] { set(self, key.handle(), block->hostBlock.handle()); })
+            .beforeEach(prepare)
+            .atTheEnd(tidy);
+    }
+}
+
+} // namespace bench

@@ -1,0 +1,107 @@
+// Runs every case of one configuration under callgrind. Only the calls themselves are collected; after each side of a
+// case the counts are written out under a label that says what was counted:
+//
+//     side | repeats | size | calls of host entries | names asked of the host | case
+#include "bench/ground.h"
+
+#include <callgrind.h>
+#include <cstdio>
+#include <cstring>
+#include <utility>
+
+using namespace bench;
+
+namespace {
+
+// The calls and look-ups of a stretch, added up.
+struct HostTraffic {
+    long calls = 0;
+    size_t lookups = 0;
+};
+
+HostTraffic hostTraffic(host::Host &host)
+{
+    HostTraffic traffic;
+    for (const host::EntryPointInfo &entry : host.entryPoints())
+        traffic.calls += entry.calls;
+    traffic.lookups = host.lookupLog().size();
+    return traffic;
+}
+
+void settle(Case &each)
+{
+    if (each.result)
+        giveBack(std::exchange(each.result, nullptr));
+    if (each.after)
+        each.after();
+}
+
+void count(Ground &ground, Case &each, const std::function<void()> &side, const char *sideName)
+{
+    if (!side)
+        return;
+    for (int i = 0; !each.once && i < 2; i++) {
+        void *pool = newPool();
+        if (each.before)
+            each.before();
+        side();
+        settle(each);
+        endPool(pool);
+    }
+    void *pool = newPool();
+    HostTraffic traffic;
+    for (int i = 0; i < each.repeats; i++) {
+        if (each.before)
+            each.before();
+        ground.host.resetCounts();
+        CALLGRIND_TOGGLE_COLLECT;
+        side();
+        CALLGRIND_TOGGLE_COLLECT;
+        const HostTraffic seen = hostTraffic(ground.host);
+        traffic.calls += seen.calls;
+        traffic.lookups += seen.lookups;
+        settle(each);
+    }
+    // What was autoreleased is part of the price.
+    CALLGRIND_TOGGLE_COLLECT;
+    endPool(pool);
+    CALLGRIND_TOGGLE_COLLECT;
+
+    char label[400];
+    snprintf(label, sizeof label, "%s|%d|%ld|%ld|%zu|%s", sideName, each.repeats, each.size,
+             traffic.calls / each.repeats, traffic.lookups / each.repeats, each.name.c_str());
+    CALLGRIND_DUMP_STATS_AT(label);
+}
+
+void countAll(Ground &ground, Cases &cases, const std::string &only)
+{
+    for (Case &each : cases.all()) {
+        if (each.name.find(only) == std::string::npos)
+            continue;
+        count(ground, each, each.hand, "hand");
+        count(ground, each, each.through, "through");
+        if (each.tidy)
+            each.tidy();
+    }
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    const Configuration *configuration = argc == 3 || argc == 4 ? configurationNamed(argv[1]) : nullptr;
+    if (!configuration) {
+        fprintf(stderr, "usage: bench_counts CONFIGURATION check|full [PART-OF-A-NAME]\n");
+        return 2;
+    }
+    const std::string only = argc == 4 ? argv[3] : "";
+    void *pool = newPool();
+    static Ground ground(*configuration);
+    static Cases start, steady;
+    addStart(start, ground);
+    countAll(ground, start, ""); // the others need what these begin
+    addSteady(steady, ground, strcmp(argv[2], "full") == 0 ? Extent::Full : Extent::Check);
+    countAll(ground, steady, only);
+    endPool(pool);
+    return 0;
+}

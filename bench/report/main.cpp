@@ -1,0 +1,107 @@
+// bench_report FOLDER BUDGETS [--json FILE] [--svg FILE] [--brief]
+//
+// Reads what the runs left in the folder, prints the tables and judges the budgets. Status 1 when one is missed.
+#include "bench/report/plot.h"
+#include "bench/report/results.h"
+#include "bench/report/table.h"
+
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+
+using namespace bench;
+using nlohmann::json;
+
+namespace {
+
+struct Options {
+    std::string folder, budgets, json, svg;
+    bool brief = false; // the budgets alone
+};
+
+bool parse(int argc, char **argv, Options *options)
+{
+    std::vector<std::string> plain;
+    for (int i = 1; i < argc; i++) {
+        const std::string argument = argv[i];
+        if (argument == "--brief")
+            options->brief = true;
+        else if ((argument == "--json" || argument == "--svg") && i + 1 < argc)
+            (argument == "--json" ? options->json : options->svg) = argv[++i];
+        else
+            plain.push_back(argument);
+    }
+    if (plain.size() != 2)
+        return false;
+    options->folder = plain[0];
+    options->budgets = plain[1];
+    return true;
+}
+
+json readJson(const std::filesystem::path &path)
+{
+    std::ifstream file(path);
+    if (!file)
+        throw std::runtime_error("cannot read " + path.string());
+    return json::parse(file, nullptr, true, true);
+}
+
+// The files of a folder are called KIND-CONFIGURATION.ENDING.
+Results readFolder(const std::string &folder)
+{
+    std::vector<std::filesystem::path> files;
+    for (const auto &entry : std::filesystem::directory_iterator(folder))
+        files.push_back(entry.path());
+    std::sort(files.begin(), files.end());
+
+    Results results;
+    for (const std::filesystem::path &file : files) {
+        const std::string name = file.filename().stem().string();
+        const size_t dash = name.find('-');
+        if (dash == std::string::npos)
+            continue;
+        const std::string kind = name.substr(0, dash), configuration = name.substr(dash + 1);
+        if (kind == "counts")
+            results.addCounts(readCounts(file, configuration));
+        else if (kind == "memory")
+            results.addMemory(readJson(file), configuration);
+        else if (kind == "times")
+            results.addTimes(readJson(file), configuration);
+    }
+    return results;
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+try {
+    Options options;
+    if (!parse(argc, argv, &options)) {
+        std::cerr << "usage: bench_report FOLDER BUDGETS [--json FILE] [--svg FILE] [--brief]\n";
+        return 2;
+    }
+    const Results results = readFolder(options.folder);
+    const json budgets = readJson(options.budgets);
+    const std::vector<Judged> judged = judge(budgets.at("budgets"), results.all());
+    const std::filesystem::path comparison = options.folder + "/comparison.json";
+    const json others = std::filesystem::exists(comparison) ? readJson(comparison) : json();
+
+    if (!options.brief)
+        printResults(std::cout, results.all());
+    printBudgets(std::cout, judged);
+    if (!others.is_null())
+        printComparison(std::cout, others, results.all());
+    if (!options.json.empty())
+        std::ofstream(options.json) << asJson(results.all(), judged, others).dump(1) << "\n";
+    if (!options.svg.empty())
+        std::ofstream(options.svg) << plot(results.all());
+
+    for (const Judged &each : judged)
+        if (!each.isKept())
+            return 1;
+    return 0;
+} catch (const std::exception &error) {
+    std::cerr << "bench_report: " << error.what() << "\n";
+    return 2;
+}

@@ -1,0 +1,168 @@
+#include "bench/report/table.h"
+
+#include <cmath>
+#include <cstdio>
+#include <iomanip>
+
+namespace bench {
+
+using nlohmann::json;
+
+namespace {
+
+std::string whole(std::optional<double> value)
+{
+    if (!value)
+        return "-";
+    std::string digits = std::to_string(std::llround(std::abs(*value)));
+    for (int place = int(digits.size()) - 3; place > 0; place -= 3)
+        digits.insert(size_t(place), " ");
+    return *value < -0.5 ? "-" + digits : digits;
+}
+
+std::optional<double> of(const std::optional<Count> &count, double Count::*member)
+{
+    return count ? std::optional((*count).*member) : std::nullopt;
+}
+
+std::optional<double> totalOf(const std::optional<Count> &count)
+{
+    return count ? std::optional(count->total()) : std::nullopt;
+}
+
+// Cocoa's part beyond what the call by hand needs anyway.
+std::optional<double> moreCocoa(const Result &result)
+{
+    if (!result.through)
+        return std::nullopt;
+    return result.through->cocoa - (result.hand ? result.hand->cocoa : 0);
+}
+
+void cell(std::ostream &out, const std::string &text, int width)
+{
+    out << std::right << std::setw(width) << text << " ";
+}
+
+std::string number(double value)
+{
+    char text[40];
+    snprintf(text, sizeof text, std::abs(value) < 100 && value != std::floor(value) ? "%.2f" : "%.0f", value);
+    return text;
+}
+
+const Result *find(const std::vector<Result> &results, const std::string &name)
+{
+    for (const Result &result : results)
+        if (result.name == name)
+            return &result;
+    return nullptr;
+}
+
+} // namespace
+
+void printResults(std::ostream &out, const std::vector<Result> &results)
+{
+    std::string configuration;
+    for (const Result &result : results) {
+        if (result.configuration != configuration) {
+            configuration = result.configuration;
+            out << "\nHost " << configuration
+                << ": instructions per call; times in ns; bytes and blocks of the plug-in itself\n";
+            out << std::left << std::setw(64) << "case";
+            for (const char *title : {"by hand", "through", "own", "own libc", "host", "Cocoa+"})
+                cell(out, title, 11);
+            cell(out, "blocks", 6), cell(out, "bytes", 9), cell(out, "ns by hand", 11), cell(out, "ns through", 11);
+            out << "\n";
+        }
+        out << std::left << std::setw(64) << result.name.substr(0, 63);
+        cell(out, whole(totalOf(result.hand)), 11);
+        cell(out, whole(totalOf(result.through)), 11);
+        cell(out, whole(of(result.through, &Count::own)), 11);
+        cell(out, whole(of(result.through, &Count::ownLibrary)), 11);
+        cell(out, whole(of(result.through, &Count::host)), 11);
+        cell(out, whole(moreCocoa(result)), 11);
+        cell(out, whole(of(result.through, &Count::allocations)), 6);
+        cell(out, result.memory ? whole(double(result.memory->ownPeak)) : "-", 9);
+        cell(out, whole(result.handNanoseconds), 11);
+        cell(out, whole(result.throughNanoseconds), 11);
+        out << "\n";
+    }
+}
+
+void printBudgets(std::ostream &out, const std::vector<Judged> &judged)
+{
+    out << "\nBudgets\n";
+    for (const Judged &each : judged) {
+        out << (each.isKept() ? "  kept   " : "  MISSED ") << each.what << ": "
+            << (each.measured ? number(*each.measured) : "nothing measured") << " of " << number(each.atMost) << " "
+            << each.unit;
+        if (!each.where.empty())
+            out << "; decided by " << each.where;
+        out << "\n";
+        if (each.atMost != each.asked)
+            out << "           wished for " << number(each.asked) << "; " << each.because << "\n";
+    }
+}
+
+void printComparison(std::ostream &out, const json &others, const std::vector<Result> &results)
+{
+    out << "\nOther ways, ns per operation (in the same run)\n";
+    for (const json &each : others.at("ways")) {
+        const double nanoseconds = each.at("nanoseconds");
+        out << "  " << std::left << std::setw(58) << each.at("what").get<std::string>() << std::right << std::setw(12)
+            << whole(nanoseconds);
+        const Result *ours = find(results, each.at("beside").get<std::string>());
+        if (ours && ours->throughNanoseconds)
+            out << "   " << number(nanoseconds / *ours->throughNanoseconds) << " times the plug-in's "
+                << whole(ours->throughNanoseconds);
+        out << "\n";
+    }
+}
+
+static json countJson(const Count &count)
+{
+    return {{"total", count.total()},
+            {"plugIn", count.own},
+            {"plugInLibc", count.ownLibrary},
+            {"host", count.host},
+            {"cocoa", count.cocoa},
+            {"caller", count.caller},
+            {"plugInAllocations", count.allocations},
+            {"hostCalls", count.hostCalls}};
+}
+
+json asJson(const std::vector<Result> &results, const std::vector<Judged> &judged, const json &others)
+{
+    json cases = json::array();
+    for (const Result &result : results) {
+        json each = {{"host", result.configuration}, {"case", result.name}, {"size", result.size}};
+        if (result.hand)
+            each["byHand"] = countJson(*result.hand);
+        if (result.through)
+            each["throughPlugIn"] = countJson(*result.through);
+        if (result.memory)
+            each["memory"] = {{"plugInPeak", result.memory->ownPeak},
+                              {"processPeak", result.memory->peak},
+                              {"left", result.memory->left},
+                              {"plugInAllocations", result.memory->allocations}};
+        if (result.handNanoseconds)
+            each["byHandNanoseconds"] = *result.handNanoseconds;
+        if (result.throughNanoseconds)
+            each["throughPlugInNanoseconds"] = *result.throughNanoseconds;
+        cases.push_back(each);
+    }
+    json budgets = json::array();
+    for (const Judged &each : judged) {
+        json line = {{"what", each.what},     {"measure", each.unit},  {"asked", each.asked},
+                     {"atMost", each.atMost}, {"kept", each.isKept()}, {"decidedBy", each.where}};
+        line["measured"] = each.measured ? json(*each.measured) : json();
+        if (!each.because.empty())
+            line["because"] = each.because;
+        if (!each.tried.empty())
+            line["tried"] = each.tried;
+        budgets.push_back(line);
+    }
+    return {{"budgets", budgets}, {"cases", cases}, {"otherWays", others}};
+}
+
+} // namespace bench

@@ -1,0 +1,16 @@
+// The results for people, and for other programs.
+#pragma once
+
+#include "bench/report/results.h"
+
+#include <ostream>
+
+namespace bench {
+
+void printResults(std::ostream &out, const std::vector<Result> &results);
+void printBudgets(std::ostream &out, const std::vector<Judged> &judged);
+void printComparison(std::ostream &out, const nlohmann::json &others, const std::vector<Result> &results);
+nlohmann::json asJson(const std::vector<Result> &results, const std::vector<Judged> &judged,
+                      const nlohmann::json &others);
+
+} // namespace bench
