@@ -4,7 +4,7 @@
 preset := linux-i386
 build  := cmake --build --preset $(preset) --target
 
-.PHONY: help setup configure build macos demo test test-macos sanitize valgrind fuzz coverage mutations format check-format clean
+.PHONY: help setup configure build macos demo test test-macos bench bench-check sanitize valgrind fuzz coverage mutations format check-format docs package clean
 .DEFAULT_GOAL := help
 
 help: ## this list
@@ -32,6 +32,14 @@ test: build ## build and run every test; the last line counts them
 test-macos: build ## the macOS plug-in's tests at every level of optimisation and with both kinds of fix-ups (minutes)
 	@tools/test-macos-variants.sh $(preset)
 
+bench: configure ## what a call through the plug-in costs, as a table, JSON and a plot in build/linux-i386/bench
+	@$(build) bench
+	@tools/bench/run.sh full build/$(preset)
+
+bench-check: configure ## count instructions; status 1 when a budget of bench/budgets.json is missed
+	@$(build) bench
+	@tools/bench/run.sh check build/$(preset)
+
 sanitize: setup ## the tests and the validator under AddressSanitizer, LeakSanitizer and UndefinedBehaviorSanitizer
 	@tools/sanitize.sh $(preset)-sanitize
 
@@ -52,6 +60,12 @@ format: setup ## format the sources
 
 check-format: setup ## status 1 when a source file is not formatted
 	@tools/format.sh --check
+
+docs: setup ## the reference as a site, build/docs/site/index.html (installs its generator)
+	@tools/docs/make-site.sh
+
+package: macos ## the archive for users, dist/NSUserDefaults-VERSION.zip
+	@tools/package/make-package.sh
 
 clean: ## remove what was built (the sysroot in the cache stays)
 	rm -rf build dist

@@ -1,9 +1,10 @@
 #!/usr/bin/env bash
-# build-tools.sh: installs the build tools that this machine lacks, as root or with a sudo that asks nothing; anyone
-# else is told the one command to run.
+# build-tools.sh [LIST]: installs the build tools of the list (build-tools.txt) that this machine lacks, as root or with
+# a sudo that asks nothing; anyone else is told the one command to run.
 set -euo pipefail
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 . "$here/common.sh"
+list=${1:-$here/build-tools.txt}
 
 missing=()
 while read -r needed package _; do
@@ -12,7 +13,7 @@ while read -r needed package _; do
     /*) [ -e "$needed" ] || missing+=("$package") ;;
     *) command -v "$needed" >/dev/null || missing+=("$package") ;;
     esac
-done <"$here/build-tools.txt"
+done <"$list"
 if [ ${#missing[@]} -eq 0 ]; then
     exit 0
 fi

@@ -1,0 +1,48 @@
+"""The programs of the folder examples/, in the order of the table in its README, each with what it prints beside it."""
+import dataclasses
+import re
+
+import reference
+
+FOLDER = reference.ROOT / "examples"
+SUFFIX = ".xojo_script"
+
+
+@dataclasses.dataclass
+class Example:
+    name: str
+    task: str
+    summary: str  # the comment at the head
+    programs: dict  # file name: code; one program, or several that run one after the other
+    managed: dict  # what an administrator has fixed, file name: content
+    output: str
+
+    @property
+    def title(self):
+        return self.name.replace("_", " ").capitalize()
+
+
+def read(folder=FOLDER):
+    table = (folder / "README.md").read_text(encoding="utf-8")
+    rows = re.findall(r"^\| (.+?) \| \[(\w+)\]\(\S+?\).* \|$", table, flags=re.M)
+    examples = [example(folder, name, task) for task, name in rows]
+    missing = {path.stem for path in folder.glob("*.expected")} - {example.name for example in examples}
+    if missing:
+        raise reference.Mistake(f"examples/README.md does not name {', '.join(sorted(missing))}")
+    return examples
+
+
+def texts(paths):
+    return {path.name: path.read_text(encoding="utf-8") for path in sorted(paths)}
+
+
+def example(folder, name, task):
+    single = folder / (name + SUFFIX)
+    programs = texts([single] if single.exists() else (folder / name).glob("*" + SUFFIX))
+    head = []
+    for line in next(iter(programs.values())).splitlines():
+        if not line.startswith("'"):
+            break
+        head.append(line[1:].strip())
+    return Example(name, task, " ".join(head), programs, texts((folder / f"{name}.managed").glob("*")),
+                   (folder / f"{name}.expected").read_text(encoding="utf-8"))
