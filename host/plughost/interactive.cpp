@@ -1,5 +1,6 @@
 #include "host/plughost/interactive.h"
 
+#include <clocale>
 #include <cstdlib>
 #include <cstring>
 #include <editline/readline.h>
@@ -55,6 +56,9 @@ public:
     explicit Terminal(script::Conversation &conversation) : _history(historyFile())
     {
         completing = &conversation;
+        // Keys that make characters outside of ASCII, also where the environment names no character set.
+        if (!setlocale(LC_CTYPE, "") || MB_CUR_MAX == 1)
+            setlocale(LC_CTYPE, "C.UTF-8");
         static char name[] = "plughost";
         static char breaks[] = " \t\n.()\"=<>,+-*/\\^";
         rl_readline_name = name;

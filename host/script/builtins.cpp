@@ -195,7 +195,7 @@ const std::vector<Builtin> &builtins()
     static const std::vector<Builtin> *all = [] {
         auto *made = new std::vector<Builtin>;
         for (const Row &row : kRows)
-            made->push_back({host::parseDeclaration(row.declaration), row.run});
+            made->push_back({row.declaration, host::parseDeclaration(row.declaration), row.run});
         return made;
     }();
     return *all;

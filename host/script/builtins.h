@@ -11,6 +11,7 @@
 namespace script {
 
 struct Builtin {
+    const char *text; // of the declaration
     host::Declaration declaration;
     // The arguments are of the declared types. Throws Raised.
     host::Value (*run)(const host::Arguments &arguments, const Place &place);

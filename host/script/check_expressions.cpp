@@ -29,7 +29,7 @@ static const host::Value *integerOf(const Expression &expression, bool &isNegati
         return integerOf(*unary->operand, isNegative);
     }
     auto *literal = std::get_if<Literal>(&expression.node);
-    return literal && isInteger(typeOf(literal->value)) ? &literal->value : nullptr;
+    return literal && isInteger(script::typeOf(literal->value)) ? &literal->value : nullptr;
 }
 
 static bool isOutside(const Expression &expression, const Type &declared)
@@ -53,7 +53,7 @@ void Checker::need(Expression &expression, const Type &declared, const std::stri
 
 Type Checker::visit(Literal &literal, Expression &, const Type *)
 {
-    return typeOf(literal.value);
+    return script::typeOf(literal.value);
 }
 
 Type Checker::visit(SelfObject &, Expression &expression, const Type *)

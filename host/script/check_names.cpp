@@ -29,6 +29,11 @@ const ObjectProperty kObjectProperties[] = {
     {"Variant", "ObjectValue", "Object"},
 };
 
+// Those that people use; all that the host has can be called.
+const char *const kVariantMembers[] = {"BooleanValue", "ColorValue",  "CurrencyValue", "DateValue",
+                                       "DoubleValue",  "Int64Value",  "IntegerValue",  "ObjectValue",
+                                       "SingleValue",  "StringValue", "Type"};
+
 struct PropertyFacts {
     std::string name;
     Type type;
@@ -103,6 +108,8 @@ bool isBareName(const Expression *expression)
 std::vector<std::string> memberNames(const std::string &className, bool isShared)
 {
     std::vector<std::string> names;
+    if (host::equalIgnoringCase(className, "Variant"))
+        names.assign(std::begin(kVariantMembers), std::end(kVariantMembers));
     for (const host::runtime::Class *each = host::runtime::findClass(className); each; each = each->super) {
         for (const MethodDescription &method : isShared ? each->sharedMethods : each->methods)
             names.push_back(method.declaration.name);
@@ -118,7 +125,7 @@ std::vector<std::string> memberNames(const std::string &className, bool isShared
 std::string closestName(const std::string &name, const std::vector<std::string> &known)
 {
     std::string closest;
-    size_t least = std::max<size_t>(name.size() / 3, 1) + 1;
+    size_t least = name.size() < 3 ? 1 : name.size() / 3 + 1; // of a very short one, nothing but its case
     for (const std::string &each : known) {
         size_t far = distance(lowercase(name), lowercase(each));
         if (far < least) {
@@ -220,7 +227,7 @@ Type Checker::resolve(Use &use, Expression &expression, Expression *assigned)
     fail(use.name.place, articleAndName(type) + " has no members");
 }
 
-Type Checker::resolveBare(Use &use, Expression &, Expression *assigned)
+Type Checker::resolveBare(Use &use, Expression &expression, Expression *assigned)
 {
     const std::string &name = use.name.text;
     if (const Variable *local = findLocal(name))
@@ -233,6 +240,10 @@ Type Checker::resolveBare(Use &use, Expression &, Expression *assigned)
             for (const Function::Parameter &parameter : method->parameters)
                 candidate.parameters.push_back({parameter.variable.name.text, parameter.variable.type});
             return call(use, Meaning::ScriptCall, {candidate}, assigned);
+        }
+        if (findProperty(owner->name.text, name) || !methodsNamed(owner->name.text, name, false).empty()) {
+            use.base = std::make_unique<Expression>(Expression{use.name.place, {}, SelfObject{}});
+            return resolve(use, expression, assigned);
         }
     }
     auto global = _symbols.globals.find(name);
@@ -250,8 +261,8 @@ Type Checker::resolveBare(Use &use, Expression &, Expression *assigned)
     for (const Builtin &builtin : builtins()) {
         const host::Declaration &declaration = builtin.declaration;
         if (host::equalIgnoringCase(declaration.name, name))
-            candidates.push_back({declaration.name, declaration.parameters, declaration.result, declaration.text(),
-                                  nullptr, nullptr, &builtin});
+            candidates.push_back({declaration.name, declaration.parameters, declaration.result, builtin.text, nullptr,
+                                  nullptr, &builtin});
     }
     if (!candidates.empty())
         return call(use, Meaning::BuiltinCall, candidates, assigned);

@@ -85,6 +85,18 @@ Type Checker::resolve(const WrittenType &written)
     return type;
 }
 
+// The type of one variable of a Dim with that type.
+Type Checker::typeOf(const Dim::Item &item, const Dim &dim, const Type &type)
+{
+    if (!item.isArray)
+        return type;
+    if (dim.type.isArray)
+        fail(item.variable.name.place, "there are no arrays of arrays");
+    WrittenType array = dim.type;
+    array.isArray = true;
+    return resolve(array);
+}
+
 void Checker::needNewName(const Named &name)
 {
     bool isBuiltin = std::any_of(builtins().begin(), builtins().end(), [&](const Builtin &builtin) {
@@ -125,7 +137,7 @@ void Checker::checkFields(ClassDefinition &definition)
         for (Dim::Item &item : dim.items) {
             if (findField(&definition, item.variable.name.text))
                 fail(item.variable.name.place, "there is a \"" + item.variable.name.text + "\" already");
-            item.variable.type = item.isArray ? arrayOf(type) : type;
+            item.variable.type = typeOf(item, dim, type);
             item.variable.storage = Storage::Field;
             item.variable.slot = definition.fieldCount();
             definition.fields.push_back(&item);
@@ -210,10 +222,11 @@ void Checker::visit(Dim &dim, const Place &)
         else
             type = (needValue(*dim.initial), dim.initial->type);
         for (Dim::Item &item : dim.items) {
+            Type itemType = typeOf(item, dim, type);
             if (item.upperBound)
                 need(*item.upperBound, typeNamed("Integer"), "the upper bound");
             if (dim.initial)
-                need(*dim.initial, item.isArray ? arrayOf(type) : type, "\"" + item.variable.name.text + "\"");
+                need(*dim.initial, itemType, "\"" + item.variable.name.text + "\"");
         }
     });
     for (Dim::Item &item : dim.items) {

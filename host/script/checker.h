@@ -53,6 +53,7 @@ private:
     void checkFields(ClassDefinition &definition);
     void checkFunction(Function &function);
     Type resolve(const WrittenType &written);
+    Type typeOf(const Dim::Item &item, const Dim &dim, const Type &type);
     void needNewName(const Named &name);
 
     // Statements.

@@ -91,6 +91,13 @@ void Parser::skipLines()
         advance();
 }
 
+Parser::Nested::Nested(Parser &parser) : _parser(parser)
+{
+    static constexpr int deepest = 200;
+    if (++parser._depth > deepest)
+        fail(parser.peek().place, "this is nested too deeply");
+}
+
 // --- Expressions ---------------------------------------------------------------------------------------------------
 
 struct BinaryOperator {
@@ -123,6 +130,7 @@ static const BinaryOperator *binaryOperator(const Token &token)
 
 ExpressionPtr Parser::expression()
 {
+    Nested nested(*this);
     return binary(kLowestPrecedence);
 }
 
@@ -133,6 +141,7 @@ ExpressionPtr Parser::binary(int precedence)
     if (precedence == kNotPrecedence) {
         if (!peek().isWord("Not"))
             return binary(precedence + 1);
+        Nested nested(*this);
         const Token &start = advance();
         ExpressionPtr operand = binary(precedence);
         Place place = spanning(start.place, operand->place);
@@ -150,7 +159,6 @@ ExpressionPtr Parser::binary(int precedence)
         if (!found || found->precedence != precedence)
             return left;
         Place sign = advance().place;
-        // Not may stand on the right of anything that binds more loosely than it.
         ExpressionPtr right = binary(precedence + 1);
         Place place = spanning(left->place, right->place);
         left = makeExpression(place, Binary{found->operation, sign, std::move(left), std::move(right)});
@@ -161,6 +169,7 @@ ExpressionPtr Parser::negation()
 {
     if (!peek().isSign("-") && !peek().isSign("+"))
         return power();
+    Nested nested(*this);
     const Token &sign = advance();
     ExpressionPtr operand = negation();
     if (sign.text == "+")

@@ -133,6 +133,7 @@ void Parser::endStatement()
 
 std::unique_ptr<Statement> Parser::statement()
 {
+    Nested nested(*this);
     const Token &start = peek();
     auto simple = [&](auto node) {
         std::unique_ptr<Statement> made = makeStatement(start.place, std::move(node));
@@ -413,6 +414,7 @@ Redim Parser::redim()
     made.upperBound = std::move(use->arguments.front());
     use->arguments.clear();
     use->hasBrackets = false;
+    array->place = spanning(use->base ? use->base->place : use->name.place, use->name.place);
     made.array = std::move(array);
     return made;
 }

@@ -29,6 +29,15 @@ private:
     void skipLines();
     [[noreturn]] void unexpected(const std::string &wanted) const;
 
+    // Counts how deeply the rules are nested, as long as it lives; fails when the stack could end before they do.
+    struct Nested {
+        explicit Nested(Parser &parser);
+        ~Nested() { _parser._depth--; }
+
+    private:
+        Parser &_parser;
+    };
+
     // Expressions.
     ExpressionPtr expression();
     ExpressionPtr binary(int precedence);
@@ -71,6 +80,7 @@ private:
     std::vector<Token> _tokens;
     size_t _next = 0;
     bool _allowsExpressions;
+    int _depth = 0;
     bool _onOneLine = false; // in the first statement of an If on one line, which Else ends, too
 };
 

@@ -13,7 +13,7 @@ namespace script {
 using host::Arguments;
 using host::Value;
 
-static constexpr int kDeepestCall = 500;
+static constexpr int kDeepestCall = 300;
 
 static Value notNil(const Value &value, const Place &place)
 {

@@ -54,17 +54,26 @@ static bool reporting(const std::function<void()> &body)
 
 // --- Programs ------------------------------------------------------------------------------------------------------
 
+// The host forgets the classes of a program that has ended, so that the next one can use their names.
+static void removeClasses(const Symbols &symbols)
+{
+    for (const auto &[name, definition] : symbols.classes)
+        host::Host::shared().removeClass(name);
+}
+
 bool runProgram(const std::string &name, const std::string &text)
 {
     Source source{name, text};
     std::unique_ptr<Program> program;
     Symbols symbols;
     Interpreter interpreter(false);
-    return reporting([&] {
+    bool isDone = reporting([&] {
         program = parse(source);
         Checker(symbols).check(*program);
         interpreter.run(*program);
     });
+    removeClasses(symbols);
+    return isDone;
 }
 
 // --- Conversations -------------------------------------------------------------------------------------------------
@@ -79,7 +88,10 @@ struct Conversation::State {
 
 Conversation::Conversation() : _state(std::make_unique<State>()) {}
 
-Conversation::~Conversation() = default;
+Conversation::~Conversation()
+{
+    removeClasses(_state->symbols);
+}
 
 Conversation::Answer Conversation::enter(const std::string &text)
 {

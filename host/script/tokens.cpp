@@ -87,7 +87,7 @@ private:
         char c = _text[_place];
         if (c == '\n')
             return token(TokenKind::LineEnd, _place + 1);
-        if (startsWord(c))
+        if (startsWord(c) || (c == '_' && continuesWord(at(_place + 1))))
             return token(TokenKind::Word, endOfWord(_place));
         if (isDigit(c) || (c == '.' && isDigit(at(_place + 1))))
             return number();

@@ -1,0 +1,84 @@
+// plughost run, and plughost without a command.
+#include <gtest/gtest.h>
+
+#include "tests/host/plughost/program.h"
+
+using namespace plughost_test;
+
+static const std::string kCounting = "Dim d As NSUserDefaultsKTZ = NSUserDefaultsKTZ.standardUserDefaults\n"
+                                     "d.integerForKey(\"Runs\") = d.integerForKey(\"Runs\") + 1\n"
+                                     "Print Str(d.integerForKey(\"Runs\"))\nCall d.synchronize\n";
+
+TEST(Run, ExecutesAProgramInTheApplicationsDomain)
+{
+    std::string file = temporaryFile("counting.xojo_script", kCounting);
+    EXPECT_EQ(printed({"run", file, "--check-handles"}), "1");
+    EXPECT_EQ(printed({"run", file}), "2");
+    EXPECT_EQ(printed({"run", file, "--domain", "Another"}), "1");
+    EXPECT_EQ(printed({"get", "integer", "Runs"}), "2");
+}
+
+TEST(Run, ReadsStandardInput)
+{
+    Result result = plughost({"run", "-"}, "Print \"from \" + \"input\"\n");
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.output, "from input\n");
+    EXPECT_EQ(plughost({"run", "-"}, "Print 5").errors,
+              "standard input:1:7: what is printed must be a String, not an Integer\nPrint 5\n      ^\n");
+}
+
+TEST(Run, AddsTheSuitesAndRegisteredDefaultsOfTheCommandLine)
+{
+    std::string file = temporaryFile("columns.xojo_script",
+                                     "Print NSUserDefaultsKTZ.standardUserDefaults.stringForKey(\"Columns\")\n");
+    EXPECT_EQ(printed({"run", file}), "");
+    EXPECT_EQ(printed({"run", file, "--register", temporaryFile("defaults.json", "{\"Columns\": \"80\"}")}), "80");
+}
+
+TEST(Run, EndsWithStatusOneWhenItCannotGoOn)
+{
+    for (const std::string &text : {std::string("Print 5"), std::string("Assert(1 = 2)"), std::string("If"),
+                                    std::string("Raise New RuntimeException(\"text\")")}) {
+        std::string file = temporaryFile("wrong.xojo_script", text);
+        Result result = plughost({"run", file});
+        EXPECT_EQ(result.status, 1) << text;
+        EXPECT_EQ(result.output, "");
+        EXPECT_EQ(result.errors.rfind(file + ":1:", 0), 0u) << result.errors;
+    }
+    Result result = plughost({"run", "/nowhere/file.xojo_script"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.errors.rfind("plughost: ", 0), 0u) << result.errors;
+}
+
+TEST(Interactive, ReadsLinesQuietlyFromAnInputThatIsNoTerminal)
+{
+    Result result =
+        plughost({}, "Dim n As Integer = 4\nn * 2\nFor i As Integer = 1 To 2\n  Print Str(i)\nNext\n\"x\"\n");
+    EXPECT_EQ(result.status, 0) << result.errors;
+    EXPECT_EQ(result.errors, "");
+    EXPECT_EQ(result.output, "8\n1\n2\n\"x\"\n");
+    EXPECT_EQ(plughost({}, "").status, 0);
+}
+
+TEST(Interactive, GoesOnBehindALineThatCannotBeRun)
+{
+    Result result = plughost({}, "Print 5\nPrint \"on\"\n");
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.output, "on\n");
+    EXPECT_EQ(result.errors, "input:1:7: what is printed must be a String, not an Integer\nPrint 5\n      ^\n");
+}
+
+TEST(Interactive, EndsWithExit)
+{
+    Result result = plughost({}, "Print \"a\"\nexit\nPrint \"b\"\n");
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.output, "a\n");
+}
+
+TEST(Interactive, ABlockThatIsNeverClosedIsAMistake)
+{
+    Result result = plughost({}, "If True Then\nPrint \"a\"\n");
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.output, "");
+    EXPECT_EQ(result.errors, "input:1:1: this If has no End If\nIf True Then\n^~\n");
+}

@@ -1,0 +1,121 @@
+// Lines that share what they declare.
+#include "host/script/script.h"
+#include "tests/host/script/program.h"
+
+using script::Conversation;
+using testing::Contains;
+using testing::ElementsAre;
+using testing::Not;
+
+namespace {
+
+class Conversations : public script_test::Programs {
+protected:
+    script_test::Ran enter(const std::string &text, Conversation::Answer expected = Conversation::Answer::Done)
+    {
+        SCOPED_TRACE(text);
+        testing::internal::CaptureStdout();
+        testing::internal::CaptureStderr();
+        EXPECT_EQ(int(conversation->enter(text)), int(expected));
+        script_test::Ran ran;
+        ran.output = testing::internal::GetCapturedStdout();
+        ran.errors = testing::internal::GetCapturedStderr();
+        return ran;
+    }
+    void SetUp() override
+    {
+        script_test::Programs::SetUp();
+        conversation = std::make_unique<Conversation>();
+    }
+    void TearDown() override
+    {
+        conversation.reset();
+        script_test::Programs::TearDown();
+    }
+
+    std::unique_ptr<Conversation> conversation;
+};
+
+} // namespace
+
+TEST_F(Conversations, PrintTheValueOfAnExpression)
+{
+    EXPECT_EQ(enter("1 + 2").output, "3\n");
+    EXPECT_EQ(enter("\"a\"\"b\"").output, "\"a\"\"b\"\n");
+    EXPECT_EQ(enter("Nil").output, "nil\n");
+    EXPECT_EQ(enter("1 = 1").output, "true\n");
+    EXPECT_EQ(enter("Array(1, 2)").output, "[1, 2]\n");
+    EXPECT_EQ(enter("Call Len(\"abc\")").output, "");
+    EXPECT_EQ(enter("Len(\"abc\")").output, "3\n");
+    EXPECT_EQ(enter("").output, "");
+}
+
+TEST_F(Conversations, KeepVariablesMethodsAndClasses)
+{
+    enter("Dim n As Integer = 4");
+    enter("Function Twice(i As Integer) As Integer\nReturn i * 2\nEnd Function");
+    enter("n = Twice(n)");
+    EXPECT_EQ(enter("n").output, "8\n");
+    enter("Class Own\nDim Text As String = \"t\"\nEnd Class");
+    enter("Dim o As New Own");
+    EXPECT_EQ(enter("o.Text").output, "\"t\"\n");
+}
+
+TEST_F(Conversations, AVariableCanBeDeclaredAnew)
+{
+    enter("Dim n As Integer = 4");
+    enter("Function Old() As Integer\nReturn n\nEnd Function");
+    enter("Dim n As String = \"text\"");
+    EXPECT_EQ(enter("n").output, "\"text\"\n");
+    EXPECT_EQ(enter("Old").output, "4\n");
+}
+
+TEST_F(Conversations, WantMoreUntilABlockIsClosed)
+{
+    using Answer = Conversation::Answer;
+    for (const char *open : {"If True Then", "If True Then\nPrint \"a\"\nElse", "For i As Integer = 1 To 2\n", "Sub S",
+                             "Class C\nDim a As Integer", "Try\nPrint \"a\"", "Print Str(1 +", "Select Case 1\nCase 1"})
+        EXPECT_EQ(enter(open, Answer::WantsMore).errors, "");
+    EXPECT_EQ(enter("For i As Integer = 1 To 2\nPrint Str(i)\nNext").output, "1\n2\n");
+}
+
+TEST_F(Conversations, AMistakeLeavesEverythingAsItWas)
+{
+    using Answer = Conversation::Answer;
+    EXPECT_EQ(enter("Dim n As Integer = \"a\"", Answer::Failed).errors,
+              "input:1:20: \"n\" must be an Integer, not a String\nDim n As Integer = \"a\"\n                   ^~~\n");
+    EXPECT_EQ(enter("n", Answer::Failed).errors, "input:1:1: there is nothing named \"n\"\nn\n^\n");
+    enter("Class Own\nDim a As Nowhere\nEnd Class", Answer::Failed);
+    enter("Class Own\nDim a As Integer\nEnd Class");
+    EXPECT_EQ(enter("Print )", Answer::Failed).errors, "input:1:7: expected a value, found \")\"\nPrint )\n      ^\n");
+}
+
+TEST_F(Conversations, AnExceptionEndsItsLineOnly)
+{
+    using Answer = Conversation::Answer;
+    enter("Dim d As Dictionary\nSub Fail\nd.Clear\nEnd Sub");
+    EXPECT_EQ(enter("Fail", Answer::Failed).errors, "input:3:1: NilObjectException: This is Nil.\nd.Clear\n^\n");
+    enter("d = New Dictionary");
+    EXPECT_EQ(enter("d.Count").output, "0\n");
+}
+
+TEST_F(Conversations, CompleteMembersAndNames)
+{
+    EXPECT_THAT(conversation->completions("d.intege"), ElementsAre("integerForKey"));
+    enter("Dim d As NSUserDefaultsKTZ");
+    enter("Dim dates() As Date");
+    enter("Dim any As Variant");
+    enter("Class Own\nDim Field As Integer\nSub Method\nEnd Sub\nEnd Class");
+    enter("Dim own1 As Own");
+    EXPECT_THAT(conversation->completions("x = d.setB"), ElementsAre("setBoolValue"));
+    EXPECT_THAT(conversation->completions("d."), Contains("synchronize"));
+    EXPECT_THAT(conversation->completions("d."), Not(Contains("standardUserDefaults")));
+    EXPECT_THAT(conversation->completions("NSUserDefaultsKTZ.standard"), ElementsAre("standardUserDefaults"));
+    EXPECT_THAT(conversation->completions("dates.U"), ElementsAre("Ubound"));
+    EXPECT_THAT(conversation->completions("any.string"), ElementsAre("StringValue"));
+    EXPECT_THAT(conversation->completions("own1."), ElementsAre("Field", "Method"));
+    EXPECT_THAT(conversation->completions("dat"), ElementsAre("Date", "dates"));
+    EXPECT_THAT(conversation->completions("Print Upp"), ElementsAre("Uppercase"));
+    EXPECT_THAT(conversation->completions("whi"), ElementsAre("While"));
+    EXPECT_THAT(conversation->completions("zzz"), ElementsAre());
+}
