@@ -8,8 +8,7 @@ using namespace format;
 
 namespace {
 
-// What the loader can be asked to hold: far more than any plug-in, far less than a 32-bit process.
-constexpr uint64_t largestImage = 1u << 30, largestFile = 1u << 26;
+constexpr uint64_t largestFile = 1u << 26;
 // Room behind the load commands, for tools that change an install name in place.
 constexpr uint32_t headerPadding = 64;
 // The word behind the call frames stays zero: it ends the table for those who do not know its length.

@@ -48,6 +48,8 @@ using CallFrameTables = std::map<std::pair<uint32_t, uint32_t>, CallFrameTable>;
 class Layout {
 public:
     static constexpr uint32_t pageSize = 4096;
+    // What the loader can be asked to hold: far more than any plug-in, far less than a 32-bit process.
+    static constexpr uint64_t largestImage = 1u << 30;
     static constexpr uint32_t stubSize = 12;
 
     Layout(const std::vector<ObjectFile> &objects, const CallFrameTables &callFrames, const Indirections &indirections);

@@ -50,6 +50,9 @@ LinkedLibrary linkObjects(const std::vector<ObjectFile> &objects, const ImportTa
         makeLinkEdit(layout.endFileOffset(), symbolTable,
                      classicFixups(contents.fixups, layout, contents.image, symbolTable.firstImport()),
                      compressedFixups(contents.fixups, layout, symbols.imports(), libraries.ordinals), options.fixups);
+    // What describes the library lies behind it in memory.
+    if (alignUp(uint64_t{layout.endAddress()} + linkEdit.bytes.size(), Layout::pageSize) > Layout::largestImage)
+        fail("the library would be larger than 1 GB in memory");
     LoadCommands commands = makeLoadCommands(layout, linkEdit, symbolTable, libraries.list, options);
 
     LinkedLibrary library;

@@ -110,6 +110,12 @@ TEST(RefusedSection, ThatTogetherDoNotFitIntoMemory)
               "the library would be larger than 1 GB in memory or 64 MB in its file");
 }
 
+TEST(RefusedSection, ThatLeavesNoRoomForWhatDescribesTheLibrary)
+{
+    EXPECT_EQ(errorOf(".zerofill __DATA,__bss,_a,0x3fffe000,2\n"), "the library would be larger than 1 GB in memory");
+    EXPECT_TRUE(link(objects(assembled(".zerofill __DATA,__bss,_a,0x3fffd000,2\n")), importTable(usualImports), {}));
+}
+
 TEST(RefusedSection, OfStubsWithoutASize)
 {
     Bytes bytes = compile(Language::Assembler, std::string(stubs) + ".indirect_symbol _call\n.space 5, 0xf4\n", "");
