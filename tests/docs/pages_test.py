@@ -73,8 +73,8 @@ class Cases(unittest.TestCase):
             (folder / "README.md").write_text("| Say hello | [hello](hello.xojo_script) |\n", encoding="utf-8")
             (folder / "hello.xojo_script").write_text("' Says hello.\nPrint \"hello\"\n", encoding="utf-8")
             (folder / "hello.expected").write_text("hello\n", encoding="utf-8")
-            self.assertEqual([(example.task, example.summary) for example in examples.read(folder)],
-                             [("Say hello", "Says hello.")])
+            self.assertEqual([(example.name, example.task) for example in examples.read(folder)],
+                             [("hello", "Say hello")])
             (folder / "other.expected").write_text("", encoding="utf-8")
             with self.assertRaisesRegex(reference.Mistake, "does not name other"):
                 examples.read(folder)

@@ -2,8 +2,11 @@
 # The site is read from disk, so nothing in it may need a server or the network.
 import pathlib
 
+import re
+
 from docutils import nodes
 from pygments.lexers.dotnet import VbNetLexer
+from sphinx.search.en import SearchEnglish
 
 here = pathlib.Path(__file__).resolve().parent
 
@@ -25,6 +28,14 @@ html_show_search_summary = False  # it would be read from the other pages, which
 html_use_index = False
 
 
+class SearchParts(SearchEnglish):
+    """Finds a member by the words in its name, too: objectIsForcedForKey by "forced"."""
+
+    def split(self, text):
+        words = super().split(text)
+        return words + [part for word in words for part in re.findall(r"[A-Z]?[a-z]+|[A-Z]+(?![a-z])", word) if part != word]
+
+
 def wrap_tables(app, doctree, name):
     """A table that is wider than the screen scrolls alone."""
     for table in list(doctree.findall(nodes.table)):
@@ -35,4 +46,5 @@ def wrap_tables(app, doctree, name):
 
 def setup(app):
     app.add_lexer("xojo", VbNetLexer)  # the nearest thing that the highlighter knows to the host's language
+    app.add_search_language(SearchParts)
     app.connect("doctree-resolved", wrap_tables)

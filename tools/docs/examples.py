@@ -12,7 +12,6 @@ SUFFIX = ".xojo_script"
 class Example:
     name: str
     task: str
-    summary: str  # the comment at the head
     programs: dict  # file name: code; one program, or several that run one after the other
     managed: dict  # what an administrator has fixed, file name: content
     output: str
@@ -39,10 +38,5 @@ def texts(paths):
 def example(folder, name, task):
     single = folder / (name + SUFFIX)
     programs = texts([single] if single.exists() else (folder / name).glob("*" + SUFFIX))
-    head = []
-    for line in next(iter(programs.values())).splitlines():
-        if not line.startswith("'"):
-            break
-        head.append(line[1:].strip())
-    return Example(name, task, " ".join(head), programs, texts((folder / f"{name}.managed").glob("*")),
+    return Example(name, task, programs, texts((folder / f"{name}.managed").glob("*")),
                    (folder / f"{name}.expected").read_text(encoding="utf-8"))

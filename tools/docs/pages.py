@@ -45,7 +45,7 @@ def member_links(text, pages, folder):
         if found.group("code"):
             return found.group("code")
         name = found.group("name")
-        return f"[{name.partition('-')[0]}]({folder}{name}.md)" if name in pages else found.group()
+        return f"[{pages[name]}]({folder}{name}.md)" if name in pages else found.group()
 
     return re.sub(r"(?P<code>```[\s\S]*?```|`[^`]*`)|\[(?P<name>[A-Za-z_-]+)\](?!\()", target, text)
 
@@ -72,14 +72,9 @@ def systems_of(member):
             f"- Systems: {systems[0].lower() + systems[1:] if systems.startswith('All') else systems}\n")
 
 
-def title_of(member):
-    """The name; a second method of that name has its parameters, too."""
-    return f"{member.name}({', '.join(member.parameters)})" if member.page != member.name else member.name
-
-
 def member_page(member):
     kind = "shared method" if member.is_shared else "method"
-    parts = [f"# {title_of(member)}\n", f"```xojo\n{member.declaration}\n```\n", f"{member.summary}\n"]
+    parts = [f"# {member.title}\n", f"```xojo\n{member.declaration}\n```\n", f"{member.summary}\n"]
     if member.remarks:
         parts.append(f"{member.remarks}\n")
     facts = [f"A {kind} of NSUserDefaultsKTZ."]
@@ -118,7 +113,7 @@ def members_index(members):
         for member in members:
             if member.facts["Subject"] == subject:
                 shared = "*Shared.* " if member.is_shared else ""
-                parts.append(f"| [{title_of(member)}]({member.page}.md) | {shared}{member.summary} |")
+                parts.append(f"| [{member.title}]({member.page}.md) | {shared}{member.summary} |")
         parts.append("")
     by_subject = sorted(members, key=lambda member: reference.SUBJECTS.index(member.facts["Subject"]))
     parts.append(toctree([member.page for member in by_subject]))
@@ -126,7 +121,7 @@ def members_index(members):
 
 
 def example_page(example):
-    parts = [f"# {example.title}\n", f"{example.task}. {example.summary}\n"]
+    parts = [f"# {example.title}\n", f"{example.task}.\n"]
     for name, content in example.managed.items():
         parts.append(f"With this file of the administrator, `{name}`:\n\n```xml\n{content}```\n")
     for name, code in example.programs.items():
@@ -150,7 +145,7 @@ def all_pages():
     programs = examples.read()
     pages.update({f"examples/{example.name}.md": example_page(example) for example in programs})
     pages["examples/index.md"] = examples_index(programs)
-    names = {member.page for member in members}
+    names = {member.page: member.title for member in members}
     known = {source: page for page, source in TAKEN.items()}
     for file in sorted(WRITTEN.glob("*.md")):
         text = file.read_text(encoding="utf-8").replace("{{version}}", version())

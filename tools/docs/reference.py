@@ -61,6 +61,11 @@ class Member:
         return DECLARATION.fullmatch(self.declaration).group("name")
 
     @property
+    def title(self):
+        """The name; a second method of that name has its parameters, too."""
+        return self.name if self.page == self.name else f"{self.name}({', '.join(self.parameters)})"
+
+    @property
     def parameters(self):
         return re.findall(r"(\w+)(?:\(\))? as ", DECLARATION.fullmatch(self.declaration).group("parameters") or "")
 
@@ -175,7 +180,7 @@ def name_pages(members):
 
 
 def link(member, members):
-    pages = {other.page for other in members}
+    pages = {other.page: other.title for other in members}
 
     def target(found):
         name = found.group(1)
@@ -183,7 +188,7 @@ def link(member, members):
             return f"[{name}]({OTHER_PAGES[name]})"
         if name not in pages:
             raise Mistake(f"{member.line}: {member.name}: there is no page called \"{name}\"")
-        return f"[{name.partition('-')[0]}]({name}.md)"
+        return f"[{pages[name]}]({name}.md)"
 
     link_form = re.compile(r"\[([A-Za-z_-]+)\]")
     member.remarks = link_form.sub(target, member.remarks)

@@ -30,6 +30,7 @@ class Mistake(Exception):
 
 
 def readme(text, contents):
+    text = re.sub(r"^\| Here \|.*\n", "", text, flags=re.M)  # where it is developed
     head, *rest = re.split(r"^## (.+)\n", text, flags=re.M)
     sections = dict(zip(rest[::2], rest[1::2]))
     for name in README_SECTIONS:
