@@ -28,7 +28,8 @@ char *newText(std::string_view bytes, size_t offset)
     if (!buffer)
         throw std::bad_alloc();
     memset(buffer, 0x7F, offset);
-    memcpy(buffer + offset, bytes.data(), bytes.size());
+    if (!bytes.empty())
+        memcpy(buffer + offset, bytes.data(), bytes.size());
     buffer[offset + bytes.size()] = 0;
     return buffer;
 }
@@ -92,7 +93,8 @@ std::string StringHandle::what() const
 
 StringDataHandle::StringDataHandle(std::string_view bytes) : Handle(HandleKind::StringData, bytes.size() + 4)
 {
-    memcpy(record, bytes.data(), bytes.size());
+    if (!bytes.empty())
+        memcpy(record, bytes.data(), bytes.size());
 }
 
 std::string StringDataHandle::what() const
