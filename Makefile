@@ -61,7 +61,7 @@ format: setup ## format the sources
 check-format: setup ## status 1 when a source file is not formatted
 	@tools/format.sh --check
 
-docs: setup ## the reference as a site, build/docs/site/index.html (installs its generator)
+docs: ## the reference as a site, build/docs/site/index.html (installs its generator)
 	@tools/docs/make-site.sh
 
 package: macos ## the archive for users, dist/NSUserDefaults-VERSION.zip

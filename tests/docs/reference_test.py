@@ -87,6 +87,14 @@ class Cases(unittest.TestCase):
         tables["methods"].reverse()
         self.assertEqual(reference.differences(reference.read(), tables), ["the order of the methods is another one"])
 
+    def test_the_setters_are_those_of_the_code(self):
+        code = (support.ROOT / "plugin" / "class_tables.cpp").read_text(encoding="utf-8")
+        functions = dict(re.findall(r'^    METHOD\("(\w+)\(.*", (\w+)\),$', code, flags=re.M))
+        setters = dict(re.findall(r'^    PROPERTY\("(\w+)\(.*", \w+, (\w+)\),$', code, flags=re.M))
+        self.assertEqual(len(setters), 10)
+        self.assertEqual({member.name: functions[member.facts["Setter"]] for member in reference.read()
+                          if "Setter" in member.facts}, setters)
+
     def test_messages_of_exceptions_are_those_of_the_code(self):
         code = "".join(path.read_text(encoding="utf-8") for folder in ("plugin", "bridge", "userdefaults")
                        for path in sorted((support.ROOT / folder).rglob("*.[cm][pm]*")))
