@@ -6,6 +6,7 @@
 #include "host/runtime/objects.h"
 #include "host/script/builtins.h"
 #include "host/script/checker.h"
+#include "host/script/host_members.h"
 
 namespace script {
 
@@ -229,21 +230,14 @@ Type Checker::visit(Creation &creation, Expression &expression, const Type *)
     const std::string &name = creation.className.text;
     const host::runtime::Class *made = host::runtime::findClass(name);
     if (!made || host::equalIgnoringCase(name, "Variant")) {
-        std::vector<std::string> known;
-        for (const host::ClassDescription *each : host::Host::shared().classes())
-            known.push_back(each->name);
-        std::string closest = closestName(name, known);
-        fail(creation.className.place,
-             "there is no class \"" + name + "\"" + (closest.empty() ? "" : "; did you mean \"" + closest + "\"?"));
+        fail(creation.className.place, "there is no class \"" + name + "\"" + suggestion(name, classNames()));
     }
     Type type = classType(made->name);
     std::vector<Candidate> candidates;
     if (Function *constructor = findMethod(definitionOf(name), "Constructor")) {
         creation.way = Creation::Way::ScriptConstructor;
         creation.constructor = constructor;
-        candidates.push_back({constructor->name.text, {}, nothing(), constructor->declaration()});
-        for (const Function::Parameter &parameter : constructor->parameters)
-            candidates.back().parameters.push_back({parameter.variable.name.text, parameter.variable.type});
+        candidates.push_back(candidateFor(*constructor));
     } else {
         for (const host::MethodDescription *method : host::runtime::methodsNamed(*made, "Constructor", false))
             candidates.push_back({made->name, method->declaration.parameters, nothing(), method->text, method});

@@ -1,100 +1,19 @@
-// What names and members stand for, and which method a call means.
-#include <algorithm>
-
+// What names and members stand for.
 #include "host/host.h"
 #include "host/runtime/calls.h"
-#include "host/runtime/objects.h"
-#include "host/runtime/variants.h"
 #include "host/script/builtins.h"
 #include "host/script/checker.h"
-#include "host/script/text_functions.h"
+#include "host/script/host_members.h"
 
 namespace script {
 
 namespace {
 
-using host::ClassDescription;
 using host::MethodDescription;
-
-// Objects that properties give, which the host's list of properties leaves open.
-struct ObjectProperty {
-    const char *className;
-    const char *name;
-    const char *type;
-};
-
-const ObjectProperty kObjectProperties[] = {
-    {"FolderItem", "Parent", "FolderItem"},
-    {"Variant", "DateValue", "Date"},
-    {"Variant", "ObjectValue", "Object"},
-};
-
-// Those that people use; all that the host has can be called.
-const char *const kVariantMembers[] = {"BooleanValue", "ColorValue",  "CurrencyValue", "DateValue",
-                                       "DoubleValue",  "Int64Value",  "IntegerValue",  "ObjectValue",
-                                       "SingleValue",  "StringValue", "Type"};
-
-struct PropertyFacts {
-    std::string name;
-    Type type;
-    bool canBeSet = false;
-};
-
-// A property's type as the host tells it, without the class of an object.
-Type plainType(host::Passing passing)
-{
-    return passing == host::Passing::Object ? classType("Object") : Type{"", passing, false};
-}
-
-std::optional<PropertyFacts> findProperty(const std::string &className, const std::string &name)
-{
-    Type type;
-    for (const ObjectProperty &each : kObjectProperties)
-        if (host::equalIgnoringCase(each.className, className) && host::equalIgnoringCase(each.name, name))
-            type = classType(each.type);
-    if (const host::runtime::VariantProperty *property =
-            host::equalIgnoringCase(className, "Variant") ? host::runtime::findVariantProperty(name) : nullptr)
-        return PropertyFacts{property->name, isNothing(type) ? plainType(property->type) : type, false};
-    for (const host::runtime::Class *each = host::runtime::findClass(className); each; each = each->super)
-        for (const host::runtime::Property &property : each->properties)
-            if (host::equalIgnoringCase(property.name, name))
-                return PropertyFacts{property.name, isNothing(type) ? plainType(property.type) : type,
-                                     property.set != nullptr};
-    return {};
-}
-
-std::vector<const MethodDescription *> methodsNamed(const std::string &className, const std::string &name,
-                                                    bool isShared)
-{
-    const host::runtime::Class *found = host::runtime::findClass(className);
-    return found ? host::runtime::methodsNamed(*found, name, isShared) : std::vector<const MethodDescription *>();
-}
-
-size_t distance(const std::string &a, const std::string &b)
-{
-    std::vector<size_t> row(b.size() + 1);
-    for (size_t j = 0; j <= b.size(); j++)
-        row[j] = j;
-    for (size_t i = 1; i <= a.size(); i++) {
-        size_t diagonal = row[0];
-        row[0] = i;
-        for (size_t j = 1; j <= b.size(); j++) {
-            size_t change = diagonal + (a[i - 1] != b[j - 1]);
-            diagonal = row[j];
-            row[j] = std::min({row[j] + 1, row[j - 1] + 1, change});
-        }
-    }
-    return row[b.size()];
-}
 
 std::string quoted(const std::string &name)
 {
     return "\"" + name + "\"";
-}
-
-std::string countText(size_t count)
-{
-    return count == 0 ? "no arguments" : count == 1 ? "1 argument" : std::to_string(count) + " arguments";
 }
 
 bool isBareName(const Expression *expression)
@@ -104,37 +23,6 @@ bool isBareName(const Expression *expression)
 }
 
 } // namespace
-
-std::vector<std::string> memberNames(const std::string &className, bool isShared)
-{
-    std::vector<std::string> names;
-    if (host::equalIgnoringCase(className, "Variant"))
-        names.assign(std::begin(kVariantMembers), std::end(kVariantMembers));
-    for (const host::runtime::Class *each = host::runtime::findClass(className); each; each = each->super) {
-        for (const MethodDescription &method : isShared ? each->sharedMethods : each->methods)
-            names.push_back(method.declaration.name);
-        if (!isShared)
-            for (const host::runtime::Property &property : each->properties)
-                names.push_back(property.name);
-    }
-    std::sort(names.begin(), names.end());
-    names.erase(std::unique(names.begin(), names.end()), names.end());
-    return names;
-}
-
-std::string closestName(const std::string &name, const std::vector<std::string> &known)
-{
-    std::string closest;
-    size_t least = name.size() < 3 ? 1 : name.size() / 3 + 1; // of a very short one, nothing but its case
-    for (const std::string &each : known) {
-        size_t far = distance(lowercase(name), lowercase(each));
-        if (far < least) {
-            least = far;
-            closest = each;
-        }
-    }
-    return closest;
-}
 
 // --- Looking names up ----------------------------------------------------------------------------------------------
 
@@ -189,18 +77,14 @@ void Checker::unknownName(const Named &name)
         known.push_back(each);
     for (const Builtin &builtin : builtins())
         known.push_back(builtin.declaration.name);
-    for (const ClassDescription *each : host::Host::shared().classes())
-        known.push_back(each->name);
-    std::string closest = closestName(name.text, known);
-    fail(name.place, "there is nothing named " + quoted(name.text) +
-                         (closest.empty() ? "" : "; did you mean " + quoted(closest) + "?"));
+    for (const std::string &each : classNames())
+        known.push_back(each);
+    fail(name.place, "there is nothing named " + quoted(name.text) + suggestion(name.text, known));
 }
 
 void Checker::unknownMember(const Named &name, const std::string &owner, const std::vector<std::string> &known)
 {
-    std::string closest = closestName(name.text, known);
-    fail(name.place, owner + " has no member " + quoted(name.text) +
-                         (closest.empty() ? "" : "; did you mean " + quoted(closest) + "?"));
+    fail(name.place, owner + " has no member " + quoted(name.text) + suggestion(name.text, known));
 }
 
 // --- Names and members ---------------------------------------------------------------------------------------------
@@ -236,10 +120,7 @@ Type Checker::resolveBare(Use &use, Expression &expression, Expression *assigned
         if (const Variable *field = findField(owner, name))
             return variable(use, *field, assigned);
         if (Function *method = findMethod(owner, name)) {
-            Candidate candidate{method->name.text, {}, method->result, method->declaration(), nullptr, method};
-            for (const Function::Parameter &parameter : method->parameters)
-                candidate.parameters.push_back({parameter.variable.name.text, parameter.variable.type});
-            return call(use, Meaning::ScriptCall, {candidate}, assigned);
+            return call(use, Meaning::ScriptCall, {candidateFor(*method)}, assigned);
         }
         if (findProperty(owner->name.text, name) || !methodsNamed(owner->name.text, name, false).empty()) {
             use.base = std::make_unique<Expression>(Expression{use.name.place, {}, SelfObject{}});
@@ -251,11 +132,7 @@ Type Checker::resolveBare(Use &use, Expression &expression, Expression *assigned
         return variable(use, global->second, assigned);
     auto function = _symbols.functions.find(name);
     if (function != _symbols.functions.end()) {
-        const Function &found = *function->second;
-        Candidate candidate{found.name.text, {}, found.result, found.declaration(), nullptr, &found};
-        for (const Function::Parameter &parameter : found.parameters)
-            candidate.parameters.push_back({parameter.variable.name.text, parameter.variable.type});
-        return call(use, Meaning::ScriptCall, {candidate}, assigned);
+        return call(use, Meaning::ScriptCall, {candidateFor(*function->second)}, assigned);
     }
     std::vector<Candidate> candidates;
     for (const Builtin &builtin : builtins()) {
@@ -336,7 +213,6 @@ Type Checker::resolveArrayMember(Use &use, const Type &array, Expression *assign
             {*parameter == 'i' ? "index" : "value", *parameter == 'i' ? typeNamed("Integer") : elementOf(array)});
     if (member->result != ' ')
         candidate.result = member->result == 'i' ? typeNamed("Integer") : elementOf(array);
-    use.slot = size_t(member->operation);
     return call(use, Meaning::ArrayMember, {candidate}, assigned);
 }
 
@@ -347,10 +223,7 @@ Type Checker::resolveMember(Use &use, const Type &object, Expression *assigned)
     if (const Variable *field = findField(definition, use.name.text))
         return variable(use, *field, assigned);
     if (Function *method = findMethod(definition, use.name.text)) {
-        Candidate candidate{method->name.text, {}, method->result, method->declaration(), nullptr, method};
-        for (const Function::Parameter &parameter : method->parameters)
-            candidate.parameters.push_back({parameter.variable.name.text, parameter.variable.type});
-        return call(use, Meaning::ScriptCall, {candidate}, assigned);
+        return call(use, Meaning::ScriptCall, {candidateFor(*method)}, assigned);
     }
     std::string owner = nameOf(isVariant(object) ? object : classType(className));
     if (std::optional<PropertyFacts> property = findProperty(className, use.name.text)) {
@@ -387,84 +260,6 @@ Type Checker::resolveMember(Use &use, const Type &object, Expression *assigned)
         unknownMember(use.name, owner, known);
     }
     return call(use, Meaning::HostCall, candidates, assigned);
-}
-
-// --- Calls ---------------------------------------------------------------------------------------------------------
-
-// How well an argument fits; an Array(…) takes the type that is wanted of it.
-int Checker::fitOf(const Expression &expression, const Type &declared)
-{
-    auto *array = std::get_if<ArrayLiteral>(&expression.node);
-    if (!array || !declared.isArray)
-        return fit(declared, expression.type);
-    int least = 2;
-    for (const ExpressionPtr &element : array->elements)
-        least = std::min(least, fitOf(*element, elementOf(declared)));
-    return least;
-}
-
-const Checker::Candidate &Checker::choose(const std::vector<Candidate> &candidates, const Expressions &arguments,
-                                          Expression *assigned, const Named &name)
-{
-    std::vector<Expression *> all;
-    for (const ExpressionPtr &argument : arguments)
-        all.push_back(argument.get());
-    if (assigned)
-        all.push_back(assigned);
-    for (Expression *argument : all)
-        check(*argument);
-
-    const Candidate *best = nullptr;
-    const Candidate *ofThatLength = nullptr;
-    int bestSum = -1;
-    for (const Candidate &candidate : candidates) {
-        if (candidate.parameters.size() != all.size())
-            continue;
-        if (!ofThatLength)
-            ofThatLength = &candidate;
-        int sum = 0;
-        bool fits = true;
-        for (size_t i = 0; i < all.size(); i++) {
-            int one = fitOf(*all[i], candidate.parameters[i].type);
-            fits = fits && one;
-            sum += one;
-        }
-        if (fits && sum > bestSum) {
-            best = &candidate;
-            bestSum = sum;
-        }
-    }
-    if (best)
-        return *best;
-    const Candidate &nearest = ofThatLength ? *ofThatLength : candidates.front();
-    if (!ofThatLength) {
-        size_t taken = nearest.parameters.size() - (assigned ? 1 : 0);
-        fail(name.place, nearest.text + ": takes " + countText(taken) + ", not " + std::to_string(arguments.size()));
-    }
-    return nearest; // the caller finds the argument that does not fit
-}
-
-Type Checker::call(Use &use, Meaning meaning, const std::vector<Candidate> &candidates, Expression *assigned)
-{
-    bool takesAssignment = meaning == Meaning::HostCall;
-    if (assigned && !takesAssignment)
-        fail(use.name.place, candidates.front().text + ": cannot be assigned to");
-    // A property of the language is written without brackets; an array that a method gives can have an index behind it
-    // only as a method without parameters, which this language leaves out.
-    const Candidate &chosen = choose(candidates, use.arguments, assigned, use.name);
-    for (size_t i = 0; i < chosen.parameters.size(); i++) {
-        bool isAssigned = assigned && i + 1 == chosen.parameters.size();
-        Expression &argument = isAssigned ? *assigned : *use.arguments[i];
-        std::string what = isAssigned ? "the assigned value" : chosen.parameters[i].name;
-        need(argument, chosen.parameters[i].type, chosen.text + ": " + what);
-    }
-    use.meaning = meaning;
-    use.method = chosen.method;
-    use.function = chosen.function;
-    use.builtin = chosen.builtin;
-    use.usesSetter = chosen.usesSetter;
-    use.type = chosen.result;
-    return chosen.result;
 }
 
 } // namespace script

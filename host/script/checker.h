@@ -103,6 +103,7 @@ private:
     Type variable(Use &use, const Variable &variable, Expression *assigned);
     Type value(Use &use, const Type &type, Expression *assigned); // that may be an array with an index behind it
     Type call(Use &use, Meaning meaning, const std::vector<Candidate> &candidates, Expression *assigned);
+    static Candidate candidateFor(const Function &function);
     const Candidate &choose(const std::vector<Candidate> &candidates, const Expressions &arguments,
                             Expression *assigned, const Named &name);
     int fitOf(const Expression &expression, const Type &declared);
@@ -122,10 +123,5 @@ private:
     size_t *_slots = nullptr;             // local variables so far
     int _loops = 0;
 };
-
-// Members of a class by name, for messages and for completion.
-std::vector<std::string> memberNames(const std::string &className, bool isShared);
-// The name that is closest to a mistyped one; empty when none is close.
-std::string closestName(const std::string &name, const std::vector<std::string> &known);
 
 } // namespace script

@@ -7,6 +7,7 @@
 
 #include "host/script/builtins.h"
 #include "host/script/checker.h"
+#include "host/script/host_members.h"
 #include "host/script/interpreter.h"
 #include "host/script/parser.h"
 #include "host/script/raised.h"
@@ -168,8 +169,8 @@ static std::vector<std::string> bareNames(const Symbols &symbols)
         names.push_back(function->name.text);
     for (const Builtin &builtin : builtins())
         names.push_back(builtin.declaration.name);
-    for (const host::ClassDescription *each : host::Host::shared().classes())
-        names.push_back(each->name);
+    for (const std::string &name : classNames())
+        names.push_back(name);
     return names;
 }
 
