@@ -4,7 +4,7 @@
 set -euo pipefail
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 root=$(cd "$here/../.." && pwd)
-site=${1:-$root/build/docs/site}
+site=$(realpath -m "${1:-$root/build/docs/site}")
 work=$root/build/docs
 
 "$root/tools/setup/build-tools.sh" "$root/tools/setup/docs-tools.txt"

@@ -10,9 +10,9 @@ want_missing_tool() {
 # Runs the script as a user who is not root, whoever runs the test.
 run_as_user() {
     if [ "$(id -u)" -eq 0 ]; then
-        run setpriv --reuid=65534 --regid=65534 --clear-groups setup/build-tools.sh
+        run setpriv --reuid=65534 --regid=65534 --clear-groups setup/build-tools.sh "$@"
     else
-        run setup/build-tools.sh
+        run setup/build-tools.sh "$@"
     fi
 }
 
@@ -25,6 +25,17 @@ WithoutRootTheOneCommandIsPrinted()
     expect_equal "$(cat out)" ""
     expect_equal "$(cat err)" "build-tools.sh: build tools are missing; run: sudo apt-get update && \
 sudo apt-get install --no-install-recommends no-such-package"
+}
+
+AnotherListCanBeNamed()
+{
+    want_missing_tool
+    echo 'another-missing-command  another-package  a test' >other-tools.txt
+    chmod a+r other-tools.txt
+    shadow sudo <<<"exit 1"
+    run_as_user other-tools.txt
+    expect_equal "$status" 1
+    expect_matches "$(cat err)" "install --no-install-recommends another-package\$"
 }
 
 WithSudoTheMissingToolsAreInstalled()
