@@ -163,7 +163,9 @@ TEST_F(Dictionary, ThatCocoaCannotMakeIsNil)
     carrier();
     support::CocoaMethod none("NSMutableDictionary", "dictionaryWithCapacity:", support::MethodOf::Class,
                               bodyOf([](id, SEL, unsigned) -> id { return nil; }));
+    host.resetCounts();
     EXPECT_EQ(dictionaryOf(dictionary), nil);
+    EXPECT_EQ(host.calls("REALLoadObjectMethod"), 0) << "no entry is read";
 }
 
 TEST_F(Dictionary, AnAnswerWithoutKeysIsAnEmptyDictionary)
