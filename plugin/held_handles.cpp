@@ -4,57 +4,30 @@
 
 #include <cstdlib>
 
-namespace {
+HeldList heldList = {nullptr, 0, 0};
 
-struct Held {
-    void *handle;
-    bool isString;
-};
-
-} // namespace
-
-// The list grows with the depth of a conversion and stays for the life of the process.
-static Held *list = nullptr;
-static int32_t count = 0;
-static int32_t capacity = 0;
-
-static void WriteDown(void *handle, bool isString)
+void GrowHeldList()
 {
-    if (count == capacity) {
-        const int32_t larger = capacity ? 2 * capacity : 64;
-        void *moved = realloc(list, larger * sizeof(Held));
-        if (!moved)
-            abort(); // a handle that is not written down would leave the list out of step
-        list = static_cast<Held *>(moved);
-        capacity = larger;
-    }
-    list[count++] = {handle, isString};
+    const int32_t larger = heldList.capacity ? 2 * heldList.capacity : 64;
+    void *moved = realloc(heldList.entries, larger * sizeof(HeldList::Entry));
+    if (!moved)
+        abort(); // a handle that is not written down would leave the list out of step
+    heldList.entries = static_cast<HeldList::Entry *>(moved);
+    heldList.capacity = larger;
 }
 
 HeldMark NewestHeld()
 {
-    return count;
-}
-
-REALobject Hold(REALobject object)
-{
-    WriteDown(object, false);
-    return object;
-}
-
-REALstring Hold(REALstring string)
-{
-    WriteDown(string, true);
-    return string;
+    return heldList.count;
 }
 
 // A handle is struck out before it is unlocked: unlocking may run host code that comes back in here.
-static Held StrikeOutNewest()
+static HeldList::Entry StrikeOutNewest()
 {
-    return list[--count];
+    return heldList.entries[--heldList.count];
 }
 
-static void Unlock(Held held)
+static void Unlock(HeldList::Entry held)
 {
     if (!held.handle)
         return;
@@ -71,8 +44,8 @@ void ReleaseNewestHeld()
 
 void ReleaseTwoNewestHeld()
 {
-    const Held second = StrikeOutNewest();
-    const Held first = StrikeOutNewest();
+    const HeldList::Entry second = StrikeOutNewest();
+    const HeldList::Entry first = StrikeOutNewest();
     Unlock(first);
     Unlock(second);
 }
@@ -84,6 +57,6 @@ void KeepNewestHeld()
 
 void ReleaseHeldSince(HeldMark mark)
 {
-    while (count > mark)
+    while (heldList.count > mark)
         ReleaseNewestHeld();
 }

@@ -13,9 +13,39 @@
 typedef int32_t HeldMark;
 HeldMark NewestHeld();
 
+// The list. It grows with the depth of a conversion and stays for the life of the process. It stands here so that
+// writing a handle down is a few instructions inside a conversion, which does so for every element.
+struct HeldList {
+    struct Entry {
+        void *handle;
+        bool isString;
+    };
+    Entry *entries;
+    int32_t count;
+    int32_t capacity;
+};
+extern HeldList heldList;
+void GrowHeldList();
+
+inline void WriteDown(void *handle, bool isString)
+{
+    if (heldList.count == heldList.capacity)
+        GrowHeldList();
+    heldList.entries[heldList.count++] = {handle, isString};
+}
+
 // Write down a handle (null too) whose lock this library owns, and give it back.
-REALobject Hold(REALobject object);
-REALstring Hold(REALstring string);
+inline REALobject Hold(REALobject object)
+{
+    WriteDown(object, false);
+    return object;
+}
+
+inline REALstring Hold(REALstring string)
+{
+    WriteDown(string, true);
+    return string;
+}
 
 // Strike out the newest handles: unlocking them in the order in which they were held, or keeping the lock
 // of the newest for whoever gets the handle next.

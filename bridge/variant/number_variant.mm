@@ -2,13 +2,12 @@
 
 #include "plugin/host_functions.h"
 
-#include <cstring>
 #include <iterator>
 
 namespace {
 
 struct NumberRow {
-    const char *objCType;
+    char objCType;
     REALobject (*newVariant)(NSNumber *number);
 };
 
@@ -27,18 +26,18 @@ static REALobject NewDouble(NSNumber *number)
 // boolean (Cocoa stores booleans so), and "Q" reads 32 bits only, so numbers of 2^32 and more come back cut
 // to their low half.
 static const NumberRow rows[] = {
-    {"c", [](NSNumber *n) { return REALNewVariantBoolean([n boolValue]); }},
-    {"C", [](NSNumber *n) { return REALNewVariantInteger([n unsignedCharValue]); }},
-    {"s", [](NSNumber *n) { return REALNewVariantInteger([n shortValue]); }},
-    {"S", [](NSNumber *n) { return REALNewVariantInteger([n unsignedShortValue]); }},
-    {"i", [](NSNumber *n) { return REALNewVariantInteger([n intValue]); }},
-    {"I", [](NSNumber *n) { return REALNewVariantUInt32([n unsignedIntValue]); }},
-    {"l", [](NSNumber *n) { return REALNewVariantInteger([n longValue]); }},
-    {"L", [](NSNumber *n) { return REALNewVariantUInt32([n unsignedLongValue]); }},
-    {"q", [](NSNumber *n) { return REALNewVariantInt64([n longLongValue]); }},
-    {"Q", [](NSNumber *n) { return REALNewVariantUInt64([n unsignedLongValue]); }},
-    {"f", [](NSNumber *n) { return REALNewVariantSingle([n floatValue]); }},
-    {"d", NewDouble},
+    {'c', [](NSNumber *n) { return REALNewVariantBoolean([n boolValue]); }},
+    {'C', [](NSNumber *n) { return REALNewVariantInteger([n unsignedCharValue]); }},
+    {'s', [](NSNumber *n) { return REALNewVariantInteger([n shortValue]); }},
+    {'S', [](NSNumber *n) { return REALNewVariantInteger([n unsignedShortValue]); }},
+    {'i', [](NSNumber *n) { return REALNewVariantInteger([n intValue]); }},
+    {'I', [](NSNumber *n) { return REALNewVariantUInt32([n unsignedIntValue]); }},
+    {'l', [](NSNumber *n) { return REALNewVariantInteger([n longValue]); }},
+    {'L', [](NSNumber *n) { return REALNewVariantUInt32([n unsignedLongValue]); }},
+    {'q', [](NSNumber *n) { return REALNewVariantInt64([n longLongValue]); }},
+    {'Q', [](NSNumber *n) { return REALNewVariantUInt64([n unsignedLongValue]); }},
+    {'f', [](NSNumber *n) { return REALNewVariantSingle([n floatValue]); }},
+    {'d', NewDouble},
 };
 static_assert(std::size(rows) == 12);
 
@@ -48,7 +47,7 @@ REALobject NewVariantFromNumber(NSNumber *number)
 {
     const char *type = [number objCType];
     for (const NumberRow &row : rows) {
-        if (strcmp(type, row.objCType) == 0)
+        if (type[0] == row.objCType && type[1] == 0)
             return row.newVariant(number);
     }
     return NewDouble(number);

@@ -79,6 +79,7 @@ namespace {
 struct KindRow {
     Class (*kind)(); // Nil where the running system or the family lacks the class: nothing is of that kind
     REALobject (*convert)(id value);
+    Class known = Nil; // the kind as soon as it is there; asked for again until then
 };
 
 } // namespace
@@ -92,7 +93,7 @@ struct KindRow {
 
 // The first kind that fits decides, so the order is part of what a host program sees: collections and
 // property-list values before the wrapped classes, NSNumber before NSValue, of which it is a kind.
-static const KindRow rows[] = {
+static KindRow rows[] = {
     {KIND(NSArray),                        [](id v) { return NewHostArray(v); }},
     {KIND(NSSet),                          [](id v) { return NewHostArray([v allObjects]); }},
     {KIND(NSString),                       [](id v) { return NewTextVariant(v); }},
@@ -121,6 +122,13 @@ static_assert(std::size(rows) == 23);
 
 // clang-format on
 
+static Class KindOf(KindRow &row)
+{
+    if (!row.known)
+        row.known = row.kind();
+    return row.known;
+}
+
 // A Core Foundation object answers its type; what raises instead, or answers none, is a Cocoa object.
 static bool IsCoreFoundationObject(id value, REALobject *wrapper)
 {
@@ -145,8 +153,8 @@ REALobject NewVariantFromNSObject(id value)
     if (REALobject carrier = LockedCarrierOf(value))
         return carrier;
 
-    for (const KindRow &row : rows) {
-        if ([value isKindOfClass:row.kind()])
+    for (KindRow &row : rows) {
+        if ([value isKindOfClass:KindOf(row)])
             return row.convert(value);
     }
 
