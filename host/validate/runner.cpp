@@ -99,7 +99,11 @@ std::string endOf(int status)
 // A batch under way.
 class Run {
 public:
-    Run(const Batch &batch, Report &report) : _batch(batch), _report(report) { start(0); }
+    Run(const Batch &batch, const Settings &settings, Report &report)
+        : _batch(batch), _report(report), _limit(settings.timeLimit > 0 ? settings.timeLimit : batch.secondsPerCase)
+    {
+        start(0);
+    }
 
     int pipe() const { return _pipe; }
     bool isOver() const { return _over; }
@@ -124,7 +128,7 @@ public:
     {
         kill(-_child, SIGKILL);
         kill(_child, SIGKILL);
-        childEnded("hangs: no end after " + std::to_string(_batch.secondsPerCase) + " s");
+        childEnded("hangs: no end after " + std::to_string(_limit) + " s");
     }
 
 private:
@@ -149,7 +153,7 @@ private:
         setDeadline();
     }
 
-    void setDeadline() { _deadline = Clock::now() + std::chrono::seconds(_batch.secondsPerCase); }
+    void setDeadline() { _deadline = Clock::now() + std::chrono::seconds(_limit); }
 
     void take(const std::string &line)
     {
@@ -185,6 +189,7 @@ private:
 
     const Batch &_batch;
     Report &_report;
+    const int _limit; // seconds
     std::unique_ptr<Folder> _folder;
     pid_t _child = 0;
     int _pipe = -1;
@@ -237,7 +242,7 @@ void runBatches(const std::vector<Batch> &batches, const Settings &settings, Rep
     auto next = batches.begin();
     while (next != batches.end() || !runs.empty()) {
         while (next != batches.end() && runs.size() < jobs)
-            runs.emplace_back(*next++, report);
+            runs.emplace_back(*next++, settings, report);
         waitForNews(runs);
     }
 }

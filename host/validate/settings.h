@@ -15,6 +15,7 @@ struct Settings {
     int repeat = 1;
     bool shuffle = false;
     int jobs = 0; // child processes at a time; 0: one for each processor
+    int timeLimit = 0; // seconds for a case; 0: as long as its group allows
     std::string jsonFile;
     bool list = false;
     std::string program = "plughost"; // as the lines that reproduce a failure name it

@@ -105,6 +105,8 @@ void addValidate(Program &program)
     command->add_flag("--shuffle", settings->shuffle, "In an order that the seed decides");
     command->add_option("--jobs", settings->jobs, "Processes at a time [one for each processor]")
         ->check(CLI::PositiveNumber);
+    command->add_option("--time-limit", settings->timeLimit, "Seconds for a case [20; more for those that take long]")
+        ->check(CLI::PositiveNumber);
     command->add_option("--json", settings->jsonFile, "Write the outcome to this file, too")->type_name("FILE");
     command->add_flag("--list", settings->list, "Print the names of the cases and run none");
     command->footer("Each failure prints the line that reproduces it. The last line counts.");
