@@ -18,6 +18,11 @@ void Interpreter::run(const Program &program)
     frame.locals.resize(program.slots);
     _frame = &frame;
     _depth = 0;
+    // A method can use a variable of the program before its Dim is reached.
+    for (const std::unique_ptr<Statement> &statement : program.statements)
+        if (auto *dim = std::get_if<Dim>(&statement->node))
+            for (const Dim::Item &item : dim->items)
+                slot(item.variable) = initialValue(item.variable.type);
     run(program.statements);
     _frame = nullptr;
 }

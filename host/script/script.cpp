@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <deque>
+#include <exception>
 #include <functional>
 
 #include "host/script/builtins.h"
@@ -49,6 +50,9 @@ static bool reporting(const std::function<void()> &body)
         print(exception);
     } catch (const AssertionFailed &failed) {
         print(failed.place, failed.message.empty() ? "this does not hold" : "this does not hold: " + failed.message);
+    } catch (const std::exception &error) { // of the host itself, such as no memory
+        fflush(stdout);
+        fprintf(stderr, "%s\n", error.what());
     }
     return false;
 }

@@ -118,6 +118,9 @@ TEST_F(Statements, Methods)
          "finally\n1\n"},
         {"Function F() As Integer\nPrint \"called\"\nReturn 1\nEnd Function\nCall F", "called\n"},
         {"Print \"a\"\nReturn\nPrint \"b\"", "a\n"},
+        {"Tell\nDim a() As String = Array(\"x\")\nDim b As Boolean = True\nTell\nSub Tell\n"
+         "Print Str(a.Ubound) + Str(b)\nEnd Sub",
+         "-1false\n0true\n"},
         {"Function Names() As String()\nReturn Array(\"a\")\nEnd Function\nFor Each s As String In Names\nPrint "
          "s\nNext",
          "a\n"},
