@@ -5,6 +5,8 @@
 #include "tests/support/recording_defaults.h"
 #include "tests/userdefaults/cocoa_objects.h"
 
+#include <CoreFoundation/CoreFoundation.h>
+
 using support::RecordingDefaults;
 using ::testing::Combine;
 using ::testing::ElementsAre;
@@ -142,6 +144,26 @@ TEST_F(TextAccessors, TextThatCannotBeConvertedIsSetAsNil)
     host.call(instance, "setStringValue", {"Key", broken});
     host.call(instance, "setURLValue", {"Key", broken});
     EXPECT_THAT(standIn.messages(), ElementsAre("setObject:nil forKey:\"Key\"", "setURL:nil forKey:\"Key\""));
+}
+
+CFStringRef textOfHost;
+
+CFStringRef handOutText(void *, unsigned char)
+{
+    return static_cast<CFStringRef>(CFRetain(textOfHost));
+}
+
+TEST_F(TextAccessors, WhatTheHostHandsOutIsReleased)
+{
+    textOfHost = CFStringCreateWithCString(nullptr, "http://localhost/", kCFStringEncodingUTF8);
+    host.replace("REALGetStringCFString", reinterpret_cast<void *>(handOutText));
+    for (const char *setter : {"setStringValue", "setURLValue"})
+        host.call(instance, setter, {"Key", "text"});
+    host.call(instance, "stringForKey", {"Key"});
+    EXPECT_EQ(standIn.messages().size(), 3u);
+    pool->drain();
+    EXPECT_EQ(cocoa::retainCount(const_cast<void *>(static_cast<const void *>(textOfHost))), 1);
+    CFRelease(textOfHost);
 }
 
 // --- Keys -------------------------------------------------------------------------------------------------------
