@@ -123,6 +123,7 @@ TEST_F(HostObject, AnyOtherObjectTravelsInAWrapperAndComesBackAsItself)
 {
     Value thing = host.newInstance("Thing");
     EXPECT_EQ(toCocoa(thing), nil) << "nothing wraps it yet";
+    EXPECT_TRUE(toHost([[[NSObject alloc] init] autorelease]).isNil()); // the wrapping class is looked for, in vain
 
     addObjectWrapperClass();
     id wrapper = toCocoa(thing);
