@@ -6,7 +6,6 @@
 
 #include <callgrind.h>
 #include <cstdio>
-#include <cstring>
 #include <utility>
 
 using namespace bench;
@@ -40,7 +39,8 @@ void count(Ground &ground, Case &each, const std::function<void()> &side, const 
 {
     if (!side)
         return;
-    for (int i = 0; !each.once && i < 2; i++) {
+    const int warmUp = each.once ? 0 : each.repeats > 1 ? 2 : 1;
+    for (int i = 0; i < warmUp; i++) {
         void *pool = newPool();
         if (each.before)
             each.before();
@@ -100,7 +100,7 @@ int main(int argc, char **argv)
     static Cases start, steady;
     addStart(start, ground);
     countAll(ground, start, ""); // the others need what these begin
-    addSteady(steady, ground, strcmp(argv[2], "full") == 0 ? Extent::Full : Extent::Check);
+    addSteady(steady, ground, extentNamed(argv[2], Extent::Counted));
     countAll(ground, steady, only);
     endPool(pool);
     return 0;

@@ -65,10 +65,11 @@ int main(int argc, char **argv)
     auto weights = nlohmann::json::array();
     for (Case &each : start.all())
         weights.push_back(weigh(each));
-    addSteady(steady, ground, strcmp(argv[2], "full") == 0 ? Extent::Full : Extent::Check);
+    addSteady(steady, ground, extentNamed(argv[2], Extent::Everything));
     for (Case &each : steady.all()) {
         if (each.through) {
-            weigh(each); // the first time also fills what is kept for the life of the process
+            if (each.size < 100000)
+                weigh(each); // the first time also fills what is kept for the life of the process
             weights.push_back(weigh(each));
         }
         if (each.tidy)

@@ -9,9 +9,14 @@ namespace {
 
 std::vector<long> counts(Extent extent)
 {
-    if (extent == Extent::Check)
+    switch (extent) {
+    case Extent::Check:
         return {10, 1000, 4000};
-    return {10, 1000, 10000, 100000, 1000000};
+    case Extent::Counted:
+        return {10, 1000, 10000};
+    case Extent::Everything:
+        return {10, 1000, 10000, 100000, 1000000};
+    }
 }
 
 std::string elementText(long i)

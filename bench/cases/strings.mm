@@ -23,9 +23,9 @@ const TextKind kKinds[] = {
 
 std::vector<long> lengths(Extent extent)
 {
-    if (extent == Extent::Check)
-        return {0, 16, 20, 99, 100, 1000};
-    return {0, 16, 20, 99, 100, 1000, 1000000};
+    if (extent == Extent::Everything)
+        return {0, 16, 20, 99, 100, 1000, 1000000};
+    return {0, 16, 20, 99, 100, 1000};
 }
 
 NSString *newText(const TextKind &kind, long units)

@@ -1,11 +1,11 @@
-// bench_report FOLDER BUDGETS [--json FILE] [--svg FILE] [--brief]
+// bench_report FOLDER BUDGETS [--json FILE] [--svg FILE] [--markdown FILE] [--brief]
 //
 // Reads what the runs left in the folder, prints the tables and judges the budgets. Status 1 when one is missed.
 #include "bench/report/plot.h"
 #include "bench/report/results.h"
 #include "bench/report/table.h"
 
-#include <cstring>
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
@@ -16,7 +16,7 @@ using nlohmann::json;
 namespace {
 
 struct Options {
-    std::string folder, budgets, json, svg;
+    std::string folder, budgets, json, svg, markdown;
     bool brief = false; // the budgets alone
 };
 
@@ -27,8 +27,12 @@ bool parse(int argc, char **argv, Options *options)
         const std::string argument = argv[i];
         if (argument == "--brief")
             options->brief = true;
-        else if ((argument == "--json" || argument == "--svg") && i + 1 < argc)
-            (argument == "--json" ? options->json : options->svg) = argv[++i];
+        else if (argument == "--json" && i + 1 < argc)
+            options->json = argv[++i];
+        else if (argument == "--svg" && i + 1 < argc)
+            options->svg = argv[++i];
+        else if (argument == "--markdown" && i + 1 < argc)
+            options->markdown = argv[++i];
         else
             plain.push_back(argument);
     }
@@ -78,7 +82,7 @@ int main(int argc, char **argv)
 try {
     Options options;
     if (!parse(argc, argv, &options)) {
-        std::cerr << "usage: bench_report FOLDER BUDGETS [--json FILE] [--svg FILE] [--brief]\n";
+        std::cerr << "usage: bench_report FOLDER BUDGETS [--json FILE] [--svg FILE] [--markdown FILE] [--brief]\n";
         return 2;
     }
     const Results results = readFolder(options.folder);
@@ -96,6 +100,11 @@ try {
         std::ofstream(options.json) << asJson(results.all(), judged, others).dump(1) << "\n";
     if (!options.svg.empty())
         std::ofstream(options.svg) << plot(results.all());
+
+    if (!options.markdown.empty()) {
+        std::ofstream markdown(options.markdown);
+        printMarkdown(markdown, results.all(), judged, others);
+    }
 
     for (const Judged &each : judged)
         if (!each.isKept())

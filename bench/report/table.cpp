@@ -50,10 +50,11 @@ std::string number(double value)
     return text;
 }
 
+// On the host that has all cases.
 const Result *find(const std::vector<Result> &results, const std::string &name)
 {
     for (const Result &result : results)
-        if (result.name == name)
+        if (result.name == name && result.configuration == "2013.03")
             return &result;
     return nullptr;
 }
@@ -116,6 +117,54 @@ void printComparison(std::ostream &out, const json &others, const std::vector<Re
             out << "   " << number(nanoseconds / *ours->throughNanoseconds) << " times the plug-in's "
                 << whole(ours->throughNanoseconds);
         out << "\n";
+    }
+}
+
+void printMarkdown(std::ostream &out, const std::vector<Result> &results, const std::vector<Judged> &judged,
+                   const json &others)
+{
+    out << "### Budgets\n\n| what | measure | wished for | held to | measured | |\n|---|---|---:|---:|---:|---|\n";
+    for (const Judged &each : judged)
+        out << "| " << each.what << " | " << each.unit << " | " << number(each.asked) << " | " << number(each.atMost)
+            << " | " << (each.measured ? number(*each.measured) : "nothing") << " | "
+            << (each.isKept() ? "kept" : "**missed**") << " |\n";
+
+    out << "\nWhere more is held to than was wished for:\n\n";
+    for (const Judged &each : judged) {
+        if (each.atMost == each.asked)
+            continue;
+        out << "- **" << each.what << "**: " << each.because << ".";
+        for (const std::string &way : each.tried)
+            out << (&way == &each.tried.front() ? " Tried: " : "; ") << way;
+        out << (each.tried.empty() ? "\n" : ".\n");
+    }
+
+    out << "\n### Cases on the host 2013.03\n\nInstructions of one call; then the heap blocks that the plug-in asks "
+           "for, "
+           "and its bytes at their highest.\n\n| case | by hand | through | plug-in itself | its C library | host | "
+           "Cocoa beyond by hand | blocks | bytes |\n|---|---:|---:|---:|---:|---:|---:|---:|---:|\n";
+    for (const Result &result : results) {
+        if (result.configuration != "2013.03" || !result.through)
+            continue;
+        out << "| " << result.name << " | " << whole(totalOf(result.hand)) << " | " << whole(totalOf(result.through))
+            << " | " << whole(of(result.through, &Count::own)) << " | " << whole(of(result.through, &Count::ownLibrary))
+            << " | " << whole(of(result.through, &Count::host)) << " | " << whole(moreCocoa(result)) << " | "
+            << whole(of(result.through, &Count::allocations)) << " | "
+            << (result.memory ? whole(double(result.memory->ownPeak)) : "-") << " |\n";
+    }
+
+    if (others.is_null())
+        return;
+    out << "\n### Other ways\n\n| what | ns | beside the plug-in | beside the call by hand |\n|---|---:|---:|---:|\n";
+    for (const json &each : others.at("ways")) {
+        const double nanoseconds = each.at("nanoseconds");
+        const Result *ours = find(results, each.at("beside").get<std::string>());
+        auto ratio = [&](std::optional<double> beside) {
+            return beside ? number(nanoseconds / *beside) + " times its " + whole(beside) + " ns" : "-";
+        };
+        out << "| " << each.at("what").get<std::string>() << " | " << whole(nanoseconds) << " | "
+            << ratio(ours ? ours->throughNanoseconds : std::nullopt) << " | "
+            << ratio(ours ? ours->handNanoseconds : std::nullopt) << " |\n";
     }
 }
 

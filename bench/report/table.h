@@ -10,6 +10,9 @@ namespace bench {
 void printResults(std::ostream &out, const std::vector<Result> &results);
 void printBudgets(std::ostream &out, const std::vector<Judged> &judged);
 void printComparison(std::ostream &out, const nlohmann::json &others, const std::vector<Result> &results);
+// The tables of docs/performance.md.
+void printMarkdown(std::ostream &out, const std::vector<Result> &results, const std::vector<Judged> &judged,
+                   const nlohmann::json &others);
 nlohmann::json asJson(const std::vector<Result> &results, const std::vector<Judged> &judged,
                       const nlohmann::json &others);
 

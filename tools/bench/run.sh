@@ -46,8 +46,9 @@ for configuration in "${configurations[@]}"; do
 done
 "$here/tools/bench/other-ways.sh" "$tree" "$results/comparison.json"
 status=0
-"$tree/bench_report" "$results" bench/budgets.json --json "$tree/bench/results.json" --svg "$tree/bench/results.svg" ||
+"$tree/bench_report" "$results" bench/budgets.json --json "$tree/bench/results.json" --svg "$tree/bench/results.svg" \
+    --markdown "$tree/bench/results.md" ||
     status=$?
 echo
-echo "written: $tree/bench/results.json, $tree/bench/results.svg"
+echo "written: $tree/bench/results.json, .svg and .md"
 exit "$status"
