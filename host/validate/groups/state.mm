@@ -22,7 +22,7 @@ using host::Value;
 namespace {
 
 constexpr int kMostAtATime = 40;
-constexpr int kCyclesToWarmUp = 2000;
+constexpr int kCyclesToWarmUp = 5000;
 constexpr long kAllowedGrowth = 64 * 1024; // of the heap, in bytes: tables that have not grown to their size yet
 
 long heapBytes()
