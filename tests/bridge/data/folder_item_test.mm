@@ -27,6 +27,7 @@ protected:
     void TearDown() override
     {
         CrossingTest::TearDown();
+        host::CocoaPool pool; // the one of the test is gone
         [[NSFileManager defaultManager] removeItemAtPath:[NSString stringWithUTF8String:_folder.c_str()] error:nullptr];
     }
 
