@@ -11,4 +11,9 @@ namespace plughost {
 // printed as host exceptions.
 void becomeApplication(const std::string &domain, bool showLog);
 
+// From now on a Cocoa exception that nobody catches ends the program with one line and status 1, as it ends an
+// application: without the companion library the plug-in cannot raise it in host code. To be called once the plug-in
+// has started AppKit, whose own answer to such an exception is a panel that nobody could close here.
+void endOnUncaughtExceptions();
+
 } // namespace plughost

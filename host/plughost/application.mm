@@ -1,5 +1,7 @@
 #include "host/plughost/application.h"
 
+#include "host/plughost/errors.h"
+
 #import <Foundation/Foundation.h>
 #include <cstdio>
 #include <unistd.h>
@@ -26,6 +28,18 @@ void becomeApplication(const std::string &domain, bool showLog)
         if (!showLog)
             _NSLog_printf_handler = logUnlessRaised;
     }
+}
+
+static void endWithOneLine(NSException *exception)
+{
+    fprintf(stderr, "plughost: a Cocoa exception ended the host: %s: %s\n", [[exception name] UTF8String],
+            [[exception reason] UTF8String]);
+    _exit(kBadInput);
+}
+
+void endOnUncaughtExceptions()
+{
+    NSSetUncaughtExceptionHandler(endWithOneLine);
 }
 
 } // namespace plughost

@@ -58,6 +58,7 @@ const host::Value &Session::defaults()
                                       : _host.newObject(kClassName, {_options.user});
     if (_defaults.isNil())
         throw InputError("there is no defaults object: standardUserDefaults answered nil");
+    endOnUncaughtExceptions();
     for (const std::string &suite : _options.suites)
         _host.call(_defaults, "addSuiteNamed", {suite});
     for (const std::string &file : _options.registrations)

@@ -212,6 +212,15 @@ TEST(Options, TheCompanionLibraryCanBeLeftOut)
     EXPECT_EQ(printed({"get", "string", "Key", "--no-family"}), "text");
 }
 
+TEST(Options, WithoutTheCompanionLibraryACocoaExceptionEndsTheHostInOneLine)
+{
+    Result result = plughost({"set", "string", "", "text", "--no-family"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_NE(result.errors.find("plughost: a Cocoa exception ended the host: NSInvalidArgumentException: "),
+              std::string::npos)
+        << result.errors;
+}
+
 TEST(Options, AUsersDefaultsAreRead)
 {
     std::string me = getpwuid(getuid())->pw_name;
