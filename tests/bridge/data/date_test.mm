@@ -168,7 +168,10 @@ TEST_F(Date, ThatCocoaCannotTellTheDayOfIsNil)
     carrier();
     host.resetCounts();
     support::CocoaMethod none("NSCalendarDate", "initWithTimeIntervalSinceReferenceDate:", support::MethodOf::Instance,
-                              bodyOf([](id, SEL, double) -> id { return nil; }));
+                              bodyOf([](id self, SEL, double) -> id {
+                                  [self release];
+                                  return nil;
+                              }));
     EXPECT_TRUE(toHost(date).isNil());
     EXPECT_EQ(host.calls("PluginNewInstance"), 0);
 }
