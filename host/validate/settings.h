@@ -14,7 +14,7 @@ struct Settings {
     uint32_t seed = 1;  // decides every random choice
     int repeat = 1;
     bool shuffle = false;
-    int jobs = 0; // child processes at a time; 0: one for each processor
+    int jobs = 0;      // child processes at a time; 0: one for each processor
     int timeLimit = 0; // seconds for a case; 0: as long as its group allows
     std::string jsonFile;
     bool list = false;
