@@ -37,7 +37,7 @@ static Handle ElementOf(REALarray array, const void *storage, int32_t index, Rea
 
 // The walk that all arrays in a Variant's place share. Where the storage lies is asked for each element, as
 // host code that runs meanwhile may change the array. A host without RuntimeUBound counts as having one
-// element: that is kept, callers on such hosts pass arrays of one.
+// element: that is kept, so that an array of one still crosses there.
 template <typename Append>
 static NSMutableArray *ArrayOfElements(REALobject object, Append append)
 {

@@ -26,8 +26,8 @@ static REALobject NewInstanceNamedAfter(Class cocoaClass)
 }
 
 // Up the object's classes to the first that has a wrapper class and whose instance `accepts`. An instance
-// that is not accepted is left as it is, neither kept nor released: the family counts on the order of
-// these calls, first the instance, then the question.
+// that is not accepted is left as it is, neither kept nor released. The order is kept as it is, first
+// the instance, then the question: a wrapper class sees the same calls for every object.
 template <typename Accepts>
 static REALobject NewMostDerivedWrapper(id object, Accepts accepts)
 {

@@ -100,7 +100,7 @@ void *folderItemFromFSSpec(const FSSpec *spec)
         std::optional<std::string> path = pathOf(ref);
         return path ? newCountedItem(*path) : nullptr;
     }
-    // Nothing is there yet: the folder that the specification names, and the name in it.
+    // Nothing is there yet: the folder that the FSSpec names, and the name in it.
     FSSpec folderSpec = *spec;
     folderSpec.name[0] = 0;
     std::string_view name(reinterpret_cast<const char *>(&spec->name[1]), spec->name[0]);

@@ -80,7 +80,7 @@ OSErr FSMakeFSRefUnicode(const FSRef *parentRef, UniCharCount nameLength, const 
     return findEntry(folder, leaf, &leaf) && makeReference(leaf, newRef) ? noErr : fnfErr;
 }
 
-// The folder that a specification's parID names, or for fsRtParID the volume's root folder.
+// The folder that an FSSpec's parID names, or for fsRtParID the volume's root folder.
 static bool folderOfSpecification(FSVolumeRefNum volume, SInt32 node, std::string *folder)
 {
     return node == fsRtParID ? rootOfVolume(volume, folder) : folderWithNode(volume, node, folder);

@@ -42,7 +42,7 @@ __attribute__((visibility("default"))) OSErr FSGetCatalogInfo(const FSRef *ref, 
 {
     const char *question = whichInfo == kFSCatInfoNodeID ? "node"
                            : name                        ? "name"
-                           : spec                        ? "specification"
+                           : spec                        ? "FSSpec"
                            : namesNothing(ref)           ? "nothing"
                                                          : "parent";
     if (fails(question))
@@ -74,7 +74,7 @@ void *itemOfParent(const FSRef *, const HFSUniStr255 *)
 
 void *itemOfSpec(const FSSpec *)
 {
-    made = "of its specification";
+    made = "of its FSSpec";
     return nullptr;
 }
 
@@ -112,19 +112,19 @@ TEST_F(FileManagerFailures, AnExistingFileIsAskedForItsNodeItsNameAndItsParent)
 
 TEST_F(FileManagerFailures, TheRootOfAVolumeHasNoParent)
 {
-    EXPECT_EQ(madeWithout("", @"/"), "of its specification");
-    EXPECT_EQ(questions, (std::vector<std::string>{"node", "name", "nothing", "specification"}));
+    EXPECT_EQ(madeWithout("", @"/"), "of its FSSpec");
+    EXPECT_EQ(questions, (std::vector<std::string>{"node", "name", "nothing", "FSSpec"}));
 }
 
 TEST_F(FileManagerFailures, AFileThatCannotBeToldByParentAndNameIsToldByItsSpecification)
 {
     for (const char *question : {"node", "name", "parent"})
-        EXPECT_EQ(madeWithout(question), "of its specification") << "without its " << question;
+        EXPECT_EQ(madeWithout(question), "of its FSSpec") << "without its " << question;
 }
 
 TEST_F(FileManagerFailures, AFileWithoutASpecificationEitherIsNil)
 {
-    EXPECT_EQ(madeWithout("specification", @"/"), "nothing");
+    EXPECT_EQ(madeWithout("FSSpec", @"/"), "nothing");
 }
 
 TEST_F(FileManagerFailures, ASpecificationThatHasNoReferenceIsNoFile)

@@ -34,7 +34,7 @@ unsigned char refOfItem(void *, FSRef *ref, HFSUniStr255 *name)
 
 unsigned char specOfItem(FSSpec *spec, void *)
 {
-    steps.push_back("specification");
+    steps.push_back("FSSpec");
     FSRef ref;
     return knowsSpec && referTo("/tmp", &ref) &&
            FSGetCatalogInfo(&ref, kFSCatInfoNone, nullptr, nullptr, spec, nullptr) == noErr;
@@ -114,9 +114,9 @@ TEST_F(FolderItemWays, AParentWithoutANameLeadsToTheSpecification)
     start();
     playItems();
     knowsParent = knowsSpec = true;
-    EXPECT_EQ(pathBy({"item", "parent and name", "specification"}), "/tmp");
+    EXPECT_EQ(pathBy({"item", "parent and name", "FSSpec"}), "/tmp");
     knowsSpec = false;
-    EXPECT_EQ(pathBy({"item", "parent and name", "specification"}), "no URL");
+    EXPECT_EQ(pathBy({"item", "parent and name", "FSSpec"}), "no URL");
 }
 
 TEST_F(FolderItemWays, AReferenceToNothingLeadsOn)
@@ -129,7 +129,7 @@ TEST_F(FolderItemWays, AReferenceToNothingLeadsOn)
                  }));
     host.replace("REALFSSpecFromFolderItem", reinterpret_cast<void *>(specOfItem));
     knowsSpec = true;
-    EXPECT_EQ(pathBy({"item", "parent and name", "specification"}), "/tmp");
+    EXPECT_EQ(pathBy({"item", "parent and name", "FSSpec"}), "/tmp");
 }
 
 TEST_F(FolderItemWays, ASpecificationOfNothingIsNoFile)
@@ -149,7 +149,7 @@ TEST_F(FolderItemWays, AnOldHostKnowsSpecificationsOnly)
     start();
     knowsSpec = true;
     host.replace("REALFSSpecFromFolderItem", reinterpret_cast<void *>(specOfItem));
-    EXPECT_EQ(pathBy({"specification"}), "/tmp");
+    EXPECT_EQ(pathBy({"FSSpec"}), "/tmp");
 }
 
 TEST_F(FolderItemWays, AHostThatKnowsNoWayHasNoFile)

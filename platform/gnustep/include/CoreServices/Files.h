@@ -98,7 +98,7 @@ OSErr FSMakeFSRefUnicode(const FSRef *parentRef, UniCharCount nameLength, const 
                          TextEncoding textEncodingHint, FSRef *newRef);
 OSErr FSpMakeFSRef(const FSSpec *source, FSRef *newRef); // an empty name means the folder parID itself
 
-// The file need not exist: the result is then fnfErr and the specification is complete all the same.
+// The file need not exist: the result is then fnfErr and the FSSpec is complete all the same.
 OSErr FSMakeFSSpec(FSVolumeRefNum vRefNum, SInt32 dirID, ConstStr255Param fileName, FSSpec *spec);
 
 OSErr FSCompareFSRefs(const FSRef *ref1, const FSRef *ref2); // noErr when both are one item
