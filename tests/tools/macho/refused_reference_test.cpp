@@ -112,8 +112,8 @@ TEST(RefusedSection, ThatTogetherDoNotFitIntoMemory)
 
 TEST(RefusedSection, ThatLeavesNoRoomForWhatDescribesTheLibrary)
 {
-    EXPECT_EQ(errorOf(".zerofill __DATA,__bss,_a,0x3fffe000,2\n"), "the library would be larger than 1 GB in memory");
-    EXPECT_TRUE(link(objects(assembled(".zerofill __DATA,__bss,_a,0x3fffd000,2\n")), importTable(usualImports), {}));
+    EXPECT_EQ(errorOf(".zerofill __DATA,__bss,_a,0x3ffff000,2\n"), "the library would be larger than 1 GB in memory");
+    EXPECT_TRUE(link(objects(assembled(".zerofill __DATA,__bss,_a,0x3fffe000,2\n")), importTable(usualImports), {}));
 }
 
 TEST(RefusedSection, OfStubsWithoutASize)
