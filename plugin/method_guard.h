@@ -12,6 +12,10 @@
 //
 // Inside the body nothing may rely on a destructor: Cocoa's objects are autoreleased at once, host handles
 // are held (plugin/held_handles.h).
+//
+// A C++ exception of the host is not looked after: it passes through, and what was held then stays locked. The
+// one that hosts throw, std::bad_alloc while a string is built, is caught where it is thrown
+// (bridge/strings/build_string.cpp).
 template <typename Body>
 auto guarded(Body body) -> decltype(body())
 {

@@ -12,8 +12,8 @@ static HostEntry<const char *(REALstring)> stringGetCString{"StringGetCString"};
 static HostMethod<int32_t(REALstring)> lenB{"LenB( s as string ) as integer"};
 
 // Fills the record with a copy of the string's bytes as they are, in a block that has room for `capacity`
-// bytes of text and the 32-bit zero behind them. The answer of malloc is not looked at: a
-// host without memory for one string's bytes has no way on.
+// bytes of text and the 32-bit zero behind them. The answer of malloc is not looked at:
+// a host without memory for one string's bytes has no way on.
 static void CopyBytes(REALstring string, int32_t length, int32_t capacity, uint32_t encoding, REALstringData *out)
 {
     char *copy = static_cast<char *>(malloc(capacity + sizeof(uint32_t)));
