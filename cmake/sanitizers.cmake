@@ -18,7 +18,7 @@ if(WATCH STREQUAL "sanitize")
   # The runtime is a library of its own, because the plug-in is loaded into programs that know nothing of it.
   add_compile_options(${sanitizer_flags} -shared-libasan)
   add_link_options(${sanitizer_flags} -shared-libasan "LINKER:-rpath,${clang_runtime}/lib/linux")
-  cmake_language(DEFER CALL target_sources platform_gnustep PRIVATE "${PROJECT_SOURCE_DIR}/tools/suppressions/warm_up.mm")
+  cmake_language(DEFER CALL target_sources platform_gnustep PRIVATE "${PROJECT_SOURCE_DIR}/tools/suppressions/lsan.mm")
 elseif(WATCH STREQUAL "fuzz-address")
   add_compile_options(${sanitizer_flags})
   add_link_options(${sanitizer_flags})
