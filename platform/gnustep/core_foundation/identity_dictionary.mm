@@ -4,7 +4,6 @@
 #import <Foundation/Foundation.h>
 
 #include <iterator>
-#include <new>
 #include <unordered_map>
 
 using Entries = std::unordered_map<const void *, const void *>;
@@ -22,26 +21,12 @@ using Entries = std::unordered_map<const void *, const void *>;
 - (id)initWithDictionary:(PlatformIdentityDictionary *)owner;
 @end
 
-// GCC's runtime runs no constructors and destructors of instance variables.
 @implementation PlatformIdentityDictionary
-
-+ (id)allocWithZone:(NSZone *)zone
-{
-    PlatformIdentityDictionary *dictionary = NSAllocateObject(self, 0, zone);
-    new (&dictionary->entries) Entries;
-    return dictionary;
-}
 
 - (id)initWithCapacity:(NSUInteger)capacity
 {
     (void)capacity;
     return self;
-}
-
-- (void)dealloc
-{
-    entries.~Entries();
-    [super dealloc];
 }
 
 - (NSUInteger)count
@@ -91,7 +76,7 @@ using Entries = std::unordered_map<const void *, const void *>;
 {
     if ((self = [super init])) {
         dictionary = [owner retain];
-        new (&next) Entries::const_iterator(owner->entries.begin());
+        next = owner->entries.begin();
     }
     return self;
 }

@@ -1,5 +1,6 @@
 // Defaults objects made with alloc and init or initWithUser: search the usual domains, as they do on macOS; GNUstep
-// leaves their search list empty. A user name that the system does not know gives nil.
+// leaves their search list empty. A user name that the system does not know gives nil. And they leave nothing behind
+// when they die: GNUstep forgets the path of their database.
 
 #include "platform/gnustep/foundation/replacement.h"
 
@@ -10,9 +11,11 @@
 
 using InitWithUser = id (*)(id, SEL, NSString *);
 using StandardUserDefaults = id (*)(id, SEL);
+using Dealloc = void (*)(id, SEL);
 
 static InitWithUser initBefore;
 static StandardUserDefaults standardBefore;
+static Dealloc deallocBefore;
 
 // Above 0 while GNUstep makes the standard object, which gets its search list from its maker.
 static thread_local int makingStandard;
@@ -54,6 +57,14 @@ static id initWithUser(id self, SEL selector, NSString *userName)
     return self;
 }
 
+static void dealloc(id self, SEL selector)
+{
+    void *path = nullptr;
+    object_getInstanceVariable(self, "_defaultsDatabase", &path);
+    deallocBefore(self, selector);
+    [static_cast<id>(path) release];
+}
+
 @interface PlatformDefaultsCreation : NSObject
 @end
 
@@ -62,6 +73,7 @@ static id initWithUser(id self, SEL selector, NSString *userName)
 + (void)load
 {
     initBefore = platform::replaceMethod("NSUserDefaults", "initWithUser:", initWithUser);
+    deallocBefore = platform::replaceMethod("NSUserDefaults", "dealloc", dealloc);
     standardBefore = platform::replaceClassMethod("NSUserDefaults", "standardUserDefaults", standardUserDefaults);
 }
 

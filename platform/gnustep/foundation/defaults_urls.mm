@@ -1,5 +1,21 @@
 #import <Foundation/Foundation.h>
 
+// nil when the data is no archive. As unarchiveObjectWithData:, which loses its coder then.
+static id objectInArchive(NSData *data)
+{
+    NSKeyedUnarchiver *coder = [NSKeyedUnarchiver alloc];
+    @try {
+        coder = [coder initForReadingWithData:data];
+        id object = [[[coder decodeObjectForKey:@"root"] retain] autorelease];
+        [coder finishDecoding];
+        return object;
+    } @catch (NSException *) {
+        return nil;
+    } @finally {
+        [coder release];
+    }
+}
+
 @implementation NSUserDefaults (PlatformURLs)
 
 - (void)setURL:(NSURL *)url forKey:(NSString *)defaultName
@@ -19,12 +35,8 @@
         return [NSURL fileURLWithPath:[value stringByExpandingTildeInPath]];
     if (![value isKindOfClass:[NSData class]])
         return nil;
-    @try {
-        id url = [NSKeyedUnarchiver unarchiveObjectWithData:value];
-        return [url isKindOfClass:[NSURL class]] ? url : nil;
-    } @catch (NSException *) { // the data is no archive
-        return nil;
-    }
+    id url = objectInArchive(value);
+    return [url isKindOfClass:[NSURL class]] ? url : nil;
 }
 
 @end

@@ -1,5 +1,6 @@
 #include "tests/platform/foundation/support.h"
 
+#include <malloc.h>
 #include <unistd.h>
 
 namespace {
@@ -53,6 +54,19 @@ TEST_F(DefaultsCreation, TheStandardObjectStaysUsableAfterAReset)
     [standard setInteger:5 forKey:@"key"];
     [NSUserDefaults resetStandardUserDefaults];
     EXPECT_EQ(5, [[NSUserDefaults standardUserDefaults] integerForKey:@"key"]);
+}
+
+TEST_F(DefaultsCreation, AnObjectThatDiesLeavesNothingBehind)
+{
+    long afterTheFirst = 0;
+    for (int i = 0; i < 200; i++) {
+        if (i == 100)
+            afterTheFirst = long(mallinfo2().uordblks);
+        @autoreleasepool {
+            [[[NSUserDefaults alloc] init] release];
+        }
+    }
+    EXPECT_LT(long(mallinfo2().uordblks) - afterTheFirst, 100 * 16);
 }
 
 TEST_F(DefaultsCreation, NoUserNameMeansTheCurrentUser)
