@@ -15,7 +15,9 @@ namespace {
 bool recognises(const std::vector<uint8_t> &firstBytes)
 {
     uint32_t magic = 0;
-    std::memcpy(&magic, firstBytes.data(), std::min(firstBytes.size(), sizeof magic));
+    if (firstBytes.size() >= sizeof magic) {
+        std::memcpy(&magic, firstBytes.data(), sizeof magic);
+    }
     return magic == MH_MAGIC || magic == MH_CIGAM || magic == MH_MAGIC_64 || magic == FAT_CIGAM;
 }
 

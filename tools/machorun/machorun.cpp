@@ -87,9 +87,11 @@ private:
 struct LoadedLibrary {
     dev_t device;
     ino_t inode;
-    Library *library;
+    std::unique_ptr<Library> library;
+    bool isStarted;
 };
 
+// Those that could not be started to the end stay, too: the process knows parts of them.
 std::vector<LoadedLibrary> &loadedLibraries()
 {
     static auto *libraries = new std::vector<LoadedLibrary>; // outlives everything that runs at exit
@@ -138,15 +140,17 @@ void *Load(const std::string &path, std::string &error, const Options &options)
     struct stat status {};
     bool exists = stat(path.c_str(), &status) == 0;
     for (const LoadedLibrary &loaded : loadedLibraries()) {
-        if (exists && loaded.device == status.st_dev && loaded.inode == status.st_ino) {
-            return loaded.library;
+        if (exists && loaded.isStarted && loaded.device == status.st_dev && loaded.inode == status.st_ino) {
+            return loaded.library.get();
         }
     }
     try {
-        auto prepared = std::make_unique<Library>(path, options);
-        Library *library = prepared.release(); // from now on it stays, also when it cannot be started to the end
+        loadedLibraries().push_back(
+            {status.st_dev, status.st_ino, std::make_unique<Library>(path, options), /*isStarted=*/false});
+        size_t index = loadedLibraries().size() - 1; // its initialisers may load further ones
+        Library *library = loadedLibraries()[index].library.get();
         library->start();
-        loadedLibraries().push_back({status.st_dev, status.st_ino, library});
+        loadedLibraries()[index].isStarted = true;
         return library;
     } catch (const BadImage &reason) {
         error = path + " " + reason.what();

@@ -4,6 +4,11 @@
 #include <cstring>
 #include <sys/mman.h>
 
+// There under LeakSanitizer, which looks for pointers in what the system's own loader has mapped, and must be told of
+// other places.
+extern "C" void __lsan_register_root_region(const void *begin, size_t size) __attribute__((weak));
+extern "C" void __lsan_unregister_root_region(const void *begin, size_t size) __attribute__((weak));
+
 namespace machorun {
 
 MappedImage::MappedImage(const ImageFile &file) : file_(file)
@@ -16,6 +21,9 @@ MappedImage::MappedImage(const ImageFile &file) : file_(file)
         throw BadImage(std::string("cannot be mapped: ") + std::strerror(errno));
     }
     base_ = static_cast<uint8_t *>(memory);
+    if (__lsan_register_root_region) {
+        __lsan_register_root_region(base_, size_);
+    }
     slide_ = reinterpret_cast<uint32_t>(base_) - first.address;
     for (const Segment &segment : file.segments()) {
         std::memcpy(at(segment.address), file.bytesOf(segment), segment.fileSize);
@@ -24,6 +32,9 @@ MappedImage::MappedImage(const ImageFile &file) : file_(file)
 
 MappedImage::~MappedImage()
 {
+    if (__lsan_unregister_root_region) {
+        __lsan_unregister_root_region(base_, size_);
+    }
     munmap(base_, size_);
 }
 

@@ -4,11 +4,7 @@
 #include <Foundation/Foundation.h>
 #include <objc/runtime.h>
 
-class Classes : public LoadedImage {
-protected:
-    ~Classes() override { [pool release]; }
-    NSAutoreleasePool *pool = [[NSAutoreleasePool alloc] init];
-};
+class Classes : public LoadedImage {};
 INSTANTIATE_FOR_EVERY_IMAGE(Classes);
 
 TEST_P(Classes, InstancesHaveTheirVariablesAndMethods)

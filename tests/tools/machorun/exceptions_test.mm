@@ -8,11 +8,7 @@ enum { kBody = 1, kCatch = 2, kFinally = 4, kOuterCatch = 8, kAfter = 16 }; // a
 
 class Exceptions : public LoadedImage {
 protected:
-    ~Exceptions() override { [pool release]; }
     NSString *const raisedName = [NSString stringWithUTF8String:kRaisedName];
-
-private:
-    NSAutoreleasePool *pool = [[NSAutoreleasePool alloc] init];
 };
 INSTANTIATE_FOR_EVERY_IMAGE(Exceptions);
 

@@ -41,6 +41,21 @@ protected:
         return function<Result(Arguments...)>(name)(arguments...);
     }
 
+private:
+    // For the life of the test; before all else, since objects are autoreleased while it is made.
+    class Pool {
+    public:
+        Pool();
+        ~Pool();
+        Pool(const Pool &) = delete;
+        Pool &operator=(const Pool &) = delete;
+
+    private:
+        void *_pool;
+    };
+    Pool pool;
+
+protected:
     void *library = nullptr;
 
 private:

@@ -3,11 +3,7 @@
 
 #include <Foundation/Foundation.h>
 
-class References : public LoadedImage {
-protected:
-    ~References() override { [pool release]; }
-    NSAutoreleasePool *pool = [[NSAutoreleasePool alloc] init];
-};
+class References : public LoadedImage {};
 INSTANTIATE_FOR_EVERY_IMAGE(References);
 
 TEST_P(References, PointersBetweenSectionsLeadWhereTheyShould)

@@ -5,11 +5,7 @@
 
 #include <climits>
 
-class Results : public LoadedImage {
-protected:
-    ~Results() override { [pool release]; }
-    NSAutoreleasePool *pool = [[NSAutoreleasePool alloc] init];
-};
+class Results : public LoadedImage {};
 INSTANTIATE_FOR_EVERY_IMAGE(Results);
 
 TEST_P(Results, IntegersOfEverySize)

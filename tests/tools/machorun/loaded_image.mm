@@ -1,5 +1,7 @@
 #include "tests/tools/machorun/loaded_image.h"
 
+#import <Foundation/Foundation.h>
+
 #include <ostream>
 
 using machorun::Fixups;
@@ -27,6 +29,13 @@ std::vector<ImageVariant> everyImage()
             {"O2", Fixups::Classic},
             {"O2", Fixups::Compressed},
             {"O3", Fixups::Compressed}};
+}
+
+LoadedImage::Pool::Pool() : _pool([[NSAutoreleasePool alloc] init]) {}
+
+LoadedImage::Pool::~Pool()
+{
+    [static_cast<NSAutoreleasePool *>(_pool) release];
 }
 
 void LoadedImage::load(machorun::Options options)
