@@ -182,6 +182,7 @@ void registerRecord(ClassRecord9 *record)
     registered->dataSize = record->dataSize;
     registered->flags = record->mFlags;
     registered->record = record;
+    registered->asRegistered = *record;
     registered->initialiser = record->constructor;
     registered->finaliser = record->destructor;
     registered->methods = readMethods(*registered, record->methods, record->methodCount);

@@ -32,6 +32,9 @@ struct Property {
 struct Class : ClassDescription {
     const Class *super = nullptr;
     const void *owner = nullptr; // the plug-in that registered it
+    // The record as it came: a plug-in may have made its tables for this registration alone, and they stay the host's
+    // when the plug-in registers the record again with others.
+    interface::ClassRecord9 asRegistered = {};
     interface::ObjectFunction initialiser = nullptr;
     interface::ObjectFunction finaliser = nullptr;
     std::function<std::unique_ptr<Payload>()> makePayload;

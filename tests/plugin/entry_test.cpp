@@ -1,5 +1,5 @@
 // What REALPluginMain asks of the host, what it tells the host and what it remembers.
-#include "plugin/class_records.h"
+#include "plugin/class_tables.h"
 #include "tests/plugin/fake_host.h"
 
 #include <cmath>
@@ -16,7 +16,8 @@ using ::testing::IsEmpty;
 namespace {
 
 std::vector<int32_t> reportedVersions;
-std::vector<REALclassDefinition> registeredRecords;
+// Never destroyed, as a host keeps its records, and with them the tables that the plug-in made for it.
+std::vector<REALclassDefinition> &registeredRecords = *new std::vector<REALclassDefinition>;
 double version;
 
 void registerPluginVersion(int32_t recordVersion)
@@ -169,6 +170,8 @@ TEST_P(RecordLayout, RegistersOnceTheHostCan)
     offerHost(GetParam());
     fake_host::offered.erase("PluginRegisterClass");
     REALPluginMain(fake_host::resolve);
+    static auto &unregistered = *new REALclassDefinition; // the tables that no host took
+    unregistered = userDefaultsClass;
     fake_host::offer("PluginRegisterClass", registerClass);
     REALPluginMain(fake_host::resolve);
     ASSERT_EQ(registeredRecords.size(), 1u);

@@ -20,9 +20,12 @@ std::string currentUser();
 
 void *standardUserDefaults();
 int retainCount(void *object);
+void release(void *object);
 
-// An object, owned by the caller, that raises an NSException named "NSTestException" for "not released" when released.
+// An object, owned by the caller, that raises an NSException named "NSTestException" for "not released" when released;
+// and how to release it.
 void *newUnreleasableObject();
+void releaseAllTheSame(void *unreleasable);
 
 // A URL, autoreleased, that has no text.
 void *textlessURL();

@@ -63,9 +63,19 @@ int retainCount(void *object)
     return static_cast<int>([static_cast<id>(object) retainCount]);
 }
 
+void release(void *object)
+{
+    [static_cast<id>(object) release];
+}
+
 void *newUnreleasableObject()
 {
     return [[UnreleasableObject alloc] init];
+}
+
+void releaseAllTheSame(void *unreleasable)
+{
+    NSDeallocateObject(static_cast<id>(unreleasable));
 }
 
 void *textlessURL()

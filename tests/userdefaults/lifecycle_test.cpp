@@ -135,14 +135,17 @@ INSTANTIATE_TEST_SUITE_P(Hosts, SecondConstructor, support::everyProfile(), supp
 
 std::vector<void *> namesGiven;
 
-void *noDefaultsForUser(void *, void *, void *name)
+// Initialisers that fail give up what was allocated for them.
+void *noDefaultsForUser(void *self, void *, void *name)
 {
+    cocoa::release(self);
     namesGiven.push_back(name);
     return nullptr;
 }
 
-void *noDefaults(void *, void *)
+void *noDefaults(void *self, void *)
 {
+    cocoa::release(self);
     return nullptr;
 }
 
@@ -235,6 +238,7 @@ TEST_F(FailingLifecycle, RaisedWhileReleasingLeavesTheWordAsItStood)
     EXPECT_THAT(log.messages(), ElementsAre("A NSTestException: not released, Info: (null)\n"));
     EXPECT_EQ(cocoa::carriedBy(instance), object);
     *static_cast<void **>(instance.instanceData()) = nullptr;
+    cocoa::releaseAllTheSame(object);
 }
 
 } // namespace
