@@ -35,6 +35,7 @@ struct Batch {
     std::function<void()> prepare; // in the child, before the first case
     std::vector<Case> cases;
     int secondsPerCase = 20;
+    bool losesMemory = false; // and must, so that nobody looks for it
 };
 
 struct Group {

@@ -19,6 +19,9 @@
 
 #include "host/validate/ground.h"
 
+// There in a build under LeakSanitizer only: looks for lost memory now, reports it and tells whether there was some.
+extern "C" int __lsan_do_recoverable_leak_check() __attribute__((weak));
+
 namespace validate {
 
 namespace fs = std::filesystem;
@@ -64,6 +67,14 @@ public:
     std::string path;
 };
 
+// Looked for once in a process, since the search takes longer than many cases; the report names the place.
+std::string memoryLost()
+{
+    return __lsan_do_recoverable_leak_check && __lsan_do_recoverable_leak_check()
+               ? "memory is lost, here or by a case before in the same process"
+               : "";
+}
+
 [[noreturn]] void runChild(const Batch &batch, size_t first, const std::string &folder, int pipe)
 {
     prctl(PR_SET_PDEATHSIG, SIGKILL);
@@ -82,6 +93,8 @@ public:
         if (i > first)
             tell(pipe, kBegun, i);
         std::string failure = why.empty() ? whyItFails(batch.cases[i].body) : "cannot be prepared: " + why;
+        if (failure.empty() && i + 1 == batch.cases.size() && !batch.losesMemory)
+            failure = memoryLost();
         tell(pipe, failure.empty() ? kPassed : kFailed, i, failure);
     }
     tell(pipe, kDone, 0);
