@@ -1,5 +1,5 @@
 # The plug-in as users load it: 32-bit Intel Mach-O, made on Linux by clang 13 (the last one for the Objective-C runtime
-# of 32-bit macOS), headers from the cache and from platform/macos, and the linker in tools/macho.
+# of 32-bit macOS), headers from the cache and from platform, and the linker in tools/macho.
 #
 #   macos            build/macos-i386/NSUserDefaults.dylib, at -O2
 #   macos-variants   build/macos-i386/<level>/NSUserDefaults.dylib, at O0, O1, O2 and O3
@@ -30,7 +30,8 @@ set(macos_flags
   # libc++ gives templates and traits only. Its compiled parts are not on 10.4, so nothing of it may be imported.
   -D_LIBCPP_ABI_VERSION=1 -D_LIBCPP_ABI_NAMESPACE=__1 -D_LIBCPP_DISABLE_AVAILABILITY -D_LIBCPP_HAS_NO_EXCEPTIONS
   -D_LIBCPP_PSTL_CPU_BACKEND_SERIAL
-  -nostdinc -nostdinc++ "-I${PROJECT_SOURCE_DIR}" -isystem "${PROJECT_SOURCE_DIR}/platform/macos/include"
+  -nostdinc -nostdinc++ "-I${PROJECT_SOURCE_DIR}"
+  -isystem "${PROJECT_SOURCE_DIR}/platform/macos/include" -isystem "${PROJECT_SOURCE_DIR}/platform/include"
   -isystem "${macos_headers}/libcxx/include" -isystem "${macos_compiler_resources}/include"
   -isystem "${macos_headers}/libc/include/any-macos-any")
 set(macos_objc_flags -fobjc-exceptions -fobjc-runtime=macosx-fragile-10.4)

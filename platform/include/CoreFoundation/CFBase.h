@@ -10,18 +10,22 @@
 #define CF_EXTERN_C_END
 #endif
 
-// A function that older systems lack: its address is null in a process that does not have it.
-// Code that takes the address must be position independent, otherwise the linker may supply one of its own.
+// A function that older systems lack: its address is null in a process that does not have it. On ELF, code that takes
+// the address must be position independent, otherwise the linker may supply one of its own.
+#ifdef __MACH__
+#define CF_WEAK_IMPORT __attribute__((weak_import))
+#else
 #define CF_WEAK_IMPORT __attribute__((weak))
+#endif
 
 CF_EXTERN_C_BEGIN
 
 typedef unsigned long CFTypeID;
 typedef signed long CFIndex;
 typedef unsigned long CFHashCode;
-typedef const void *CFTypeRef; // every reference is an Objective-C object here
 
-typedef const struct __CFAllocator *CFAllocatorRef; // null is the default allocator, the only one there is
+typedef const void *CFTypeRef; // on GNUstep every reference is an Objective-C object
+typedef const struct __CFAllocator *CFAllocatorRef; // null is the default allocator, on GNUstep the only one
 typedef const struct __CFString *CFStringRef;
 typedef struct __CFString *CFMutableStringRef;
 typedef const struct __CFURL *CFURLRef;

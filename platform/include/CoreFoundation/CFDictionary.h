@@ -28,8 +28,8 @@ typedef struct {
     CFDictionaryEqualCallBack equal;
 } CFDictionaryValueCallBacks;
 
-// Only the dictionary without call-backs is made here: it compares keys by identity, retains nothing, and takes
-// any word, null included, as key and value. With call-backs the result is null.
+// Without call-backs the dictionary compares keys by identity, retains nothing, and takes any word, null included, as
+// key and value. GNUstep's has no others: with call-backs the result is null there.
 CFMutableDictionaryRef CFDictionaryCreateMutable(CFAllocatorRef allocator, CFIndex capacity,
                                                  const CFDictionaryKeyCallBacks *keyCallBacks,
                                                  const CFDictionaryValueCallBacks *valueCallBacks);

@@ -1,4 +1,4 @@
-// The Carbon File Manager: the types as macOS lays them out, and the calls with which files are named here.
+// The Carbon File Manager: the types as macOS lays them out, and the calls with which files are named.
 #pragma once
 
 #include <CoreFoundation/CFBase.h>
@@ -77,7 +77,7 @@ typedef struct FSCatalogInfo {
 
 #pragma pack(pop)
 
-// The fields that FSGetCatalogInfo fills here; it leaves all others alone.
+// The fields that FSGetCatalogInfo fills on GNUstep; it leaves all others alone there.
 enum {
     kFSCatInfoNone = 0x00000000,
     kFSCatInfoNodeFlags = 0x00000002,
@@ -111,3 +111,9 @@ OSStatus FSPathMakeRefWithOptions(const UInt8 *path, UInt32 options, FSRef *ref,
 OSStatus FSRefMakePath(const FSRef *ref, UInt8 *path, UInt32 maxPathSize);
 
 CF_EXTERN_C_END
+
+#ifdef __cplusplus
+static_assert(sizeof(FSRef) == 80 && sizeof(FSSpec) == 70 && sizeof(HFSUniStr255) == 512 &&
+                  sizeof(FSCatalogInfo) == 144,
+              "records of the File Manager");
+#endif
