@@ -22,9 +22,22 @@ llvm-cov-14 show "${objects[@]}" -instr-profile "$data" -show-branches=count -sh
     awk -v root="$PWD/" '
         /^\// { file = $0; sub(root, "", file); sub(/:$/, "", file) }
         / *[0-9]+\|/ { line = $0 }
-        /Branch \([0-9]+:[0-9]+\): .*(True: 0,|False: 0\])/ {
+        # A template has a line for each set of its parameters; taken in one of them is taken.
+        /Branch \([0-9]+:[0-9]+\): / {
             place = $0; sub(/^.*Branch \(/, "", place); sub(/\).*$/, "", place)
-            taken = $0; sub(/^.*\[/, "", taken); sub(/\].*$/, "", taken)
-            text = line; sub(/^ *[0-9]+\|/, "", text); sub(/^ +/, "", text)
-            print file ":" place ": " taken ": " text
+            place = file ":" place
+            if (!(place in text)) {
+                places[++count] = place
+                text[place] = line
+                sub(/^ *[0-9]+\|[^|]*\| */, "", text[place])
+            }
+            if ($0 !~ /True: 0,/) whenTrue[place] = 1
+            if ($0 !~ /False: 0\]/) whenFalse[place] = 1
+        }
+        END {
+            for (i = 1; i <= count; i++) {
+                place = places[i]
+                if (!(place in whenTrue)) print place ": never true: " text[place]
+                if (!(place in whenFalse)) print place ": never false: " text[place]
+            }
         }'
