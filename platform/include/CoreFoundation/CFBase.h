@@ -24,8 +24,9 @@ typedef unsigned long CFTypeID;
 typedef signed long CFIndex;
 typedef unsigned long CFHashCode;
 
-typedef const void *CFTypeRef; // on GNUstep every reference is an Objective-C object
-typedef const struct __CFAllocator *CFAllocatorRef; // null is the default allocator, on GNUstep the only one
+// On GNUstep every reference is an Objective-C object, and the default allocator, null, the only one.
+typedef const void *CFTypeRef;
+typedef const struct __CFAllocator *CFAllocatorRef;
 typedef const struct __CFString *CFStringRef;
 typedef struct __CFString *CFMutableStringRef;
 typedef const struct __CFURL *CFURLRef;
