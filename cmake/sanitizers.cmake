@@ -14,14 +14,11 @@ set(WATCH "" CACHE STRING "sanitize, coverage, fuzz or fuzz-address; empty for a
 set(sanitizer_flags -fsanitize=address,undefined -fno-sanitize=function,alignment -fno-sanitize-recover=all
   -fno-omit-frame-pointer -O1 -gline-tables-only)
 
-if(WATCH STREQUAL "sanitize")
+if(WATCH STREQUAL "sanitize" OR WATCH STREQUAL "fuzz-address")
   # The runtime is a library of its own, because the plug-in is loaded into programs that know nothing of it.
   add_compile_options(${sanitizer_flags} -shared-libasan)
   add_link_options(${sanitizer_flags} -shared-libasan "LINKER:-rpath,${clang_runtime}/lib/linux")
   cmake_language(DEFER CALL target_sources platform_gnustep PRIVATE "${PROJECT_SOURCE_DIR}/tools/suppressions/lsan.mm")
-elseif(WATCH STREQUAL "fuzz-address")
-  add_compile_options(${sanitizer_flags})
-  add_link_options(${sanitizer_flags})
 elseif(WATCH STREQUAL "coverage")
   cmake_language(DEFER CALL target_compile_options product_objects PRIVATE -fprofile-instr-generate -fcoverage-mapping)
   cmake_language(DEFER CALL target_link_options product_objects PUBLIC -fprofile-instr-generate)
