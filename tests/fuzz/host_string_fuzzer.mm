@@ -60,7 +60,7 @@ static Account account(const String *string, bool asked, Units *units)
         if (asked && length % 2)
             return Account::Unknown; // the system refuses half a unit, and then the plug-in leaves it out
         units->resize(length / 2);
-        memcpy(units->data(), bytes, length / 2 * 2);
+        std::copy_n(bytes, length / 2 * 2, reinterpret_cast<uint8_t *>(units->data()));
         return Account::Text;
     }
     if (!asked)

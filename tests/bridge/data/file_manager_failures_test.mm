@@ -1,9 +1,9 @@
 // What the plug-in asks the File Manager about a file, and what it does when one of the answers is an error. The File
 // Manager's functions in this program come before the platform's, and pass on what no test spoils.
 #include "tests/bridge/crossing.h"
+#include "tests/bridge/data/next_function.h"
 
 #include <CoreServices/CoreServices.h>
-#include <dlfcn.h>
 
 using host::Value;
 
@@ -26,12 +26,6 @@ bool namesNothing(const FSRef *ref)
     return memcmp(ref, &cleared, sizeof cleared) == 0;
 }
 
-template <class Function>
-Function *platforms(const char *name)
-{
-    return reinterpret_cast<Function *>(dlsym(RTLD_NEXT, name));
-}
-
 } // namespace
 
 extern "C" {
@@ -48,7 +42,7 @@ __attribute__((visibility("default"))) OSErr FSGetCatalogInfo(const FSRef *ref, 
     if (fails(question))
         return paramErr;
     const OSErr error =
-        platforms<decltype(FSGetCatalogInfo)>("FSGetCatalogInfo")(ref, whichInfo, info, name, spec, parent);
+        nextFunction<decltype(FSGetCatalogInfo)>("FSGetCatalogInfo")(ref, whichInfo, info, name, spec, parent);
     if (isWatched && parent && namesNothing(parent))
         *parent = *ref; // a File Manager that names something as a root's parent
     return error;
@@ -56,7 +50,7 @@ __attribute__((visibility("default"))) OSErr FSGetCatalogInfo(const FSRef *ref, 
 
 __attribute__((visibility("default"))) OSErr FSpMakeFSRef(const FSSpec *spec, FSRef *ref)
 {
-    const OSErr error = platforms<decltype(FSpMakeFSRef)>("FSpMakeFSRef")(spec, ref);
+    const OSErr error = nextFunction<decltype(FSpMakeFSRef)>("FSpMakeFSRef")(spec, ref);
     return fails("reference") ? OSErr(paramErr) : error;
 }
 }
