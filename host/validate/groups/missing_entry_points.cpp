@@ -140,8 +140,8 @@ std::set<std::string> randomSet(std::mt19937 &random)
 void addRegistration(const std::string &profile, std::vector<Batch> &batches)
 {
     Batch batch;
-    batch.losesMemory =
-        true; // the tables of record version 9, made once more for a host that never took the first ones
+    // The tables of record version 9 are made once more for a host that never took the first ones.
+    batch.losesMemory = true;
     batch.cases.push_back({"missing/PluginRegisterClass/" + profile, [profile] {
                                host::Host &host = theHost();
                                host.use(*host::Profile::named(profile));
