@@ -3,7 +3,6 @@
 #include "tools/machorun/macho_format.h"
 #include "tools/machorun/machorun.h"
 
-#include <algorithm>
 #include <cstring>
 #include <stdexcept>
 
