@@ -11,21 +11,25 @@ REALarrayString stringArrayForKey(REALobject self, REALstring key)
 {
     return reinterpret_cast<REALarrayString>(
         FilledArray(REALCreateArray(kHostStringElements, kEmptyArrayBound), [=](REALarray array) {
-            FillStringArray(reinterpret_cast<REALarrayString>(array), [defaultsOf(self) stringArrayForKey:textOf(key)]);
+            NSString *name = textOf(key);
+            FillStringArray(reinterpret_cast<REALarrayString>(array), [defaultsOf(self) stringArrayForKey:name]);
         }));
 }
 
 REALarray arrayForKey(REALobject self, REALstring key)
 {
-    return FilledArray(REALCreateArray(kHostObjectElements, kEmptyArrayBound),
-                       [=](REALarray array) { FillObjectArray(array, [defaultsOf(self) arrayForKey:textOf(key)]); });
+    return FilledArray(REALCreateArray(kHostObjectElements, kEmptyArrayBound), [=](REALarray array) {
+        NSString *name = textOf(key);
+        FillObjectArray(array, [defaultsOf(self) arrayForKey:name]);
+    });
 }
 
 void setStringArrayForKey(REALobject self, REALstring key, REALarrayString values)
 {
     guarded([=] {
         NSString *name = textOf(key);
-        [defaultsOf(self) setObject:ArrayOfStringArgument(values) forKey:name];
+        NSArray *array = ArrayOfStringArgument(values);
+        [defaultsOf(self) setObject:array forKey:name];
     });
 }
 
@@ -33,6 +37,7 @@ void setArrayForKey(REALobject self, REALstring key, REALarray values)
 {
     guarded([=] {
         NSString *name = textOf(key);
-        [defaultsOf(self) setObject:ArrayOfVariantArgument(values) forKey:name];
+        NSArray *array = ArrayOfVariantArgument(values);
+        [defaultsOf(self) setObject:array forKey:name];
     });
 }

@@ -30,6 +30,17 @@ inline NSString *textOf(REALstring string)
     return string ? [(NSString *)RBString2CFString(string) autorelease] : nil;
 }
 
+// The shape of the members with one key or name: guarded, they convert it and then read the carried object, which is
+// the one that the instance carries now, whatever host code did in the meantime.
+template <typename Body>
+auto withKey(REALobject self, REALstring key, Body body)
+{
+    return guarded([=] {
+        NSString *name = textOf(key);
+        return body(defaultsOf(self), name);
+    });
+}
+
 // A text from Cocoa as a new host string, owned by the caller; null for nil and for an empty text.
 inline REALstring hostTextOf(NSString *text)
 {

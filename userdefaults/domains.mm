@@ -13,32 +13,37 @@ RBBoolean synchronize(REALobject self)
 
 void removeObjectForKey(REALobject self, REALstring defaultName)
 {
-    guarded([=] { [defaultsOf(self) removeObjectForKey:textOf(defaultName)]; });
+    withKey(self, defaultName, [](NSUserDefaults *defaults, NSString *name) { [defaults removeObjectForKey:name]; });
 }
 
 void removeVolatileDomainForName(REALobject self, REALstring domainName)
 {
-    guarded([=] { [defaultsOf(self) removeVolatileDomainForName:textOf(domainName)]; });
+    withKey(self, domainName,
+            [](NSUserDefaults *defaults, NSString *name) { [defaults removeVolatileDomainForName:name]; });
 }
 
 void removePersistentDomainForName(REALobject self, REALstring domainName)
 {
-    guarded([=] { [defaultsOf(self) removePersistentDomainForName:textOf(domainName)]; });
+    withKey(self, domainName,
+            [](NSUserDefaults *defaults, NSString *name) { [defaults removePersistentDomainForName:name]; });
 }
 
 void addSuiteNamed(REALobject self, REALstring suiteName)
 {
-    guarded([=] { [defaultsOf(self) addSuiteNamed:textOf(suiteName)]; });
+    withKey(self, suiteName, [](NSUserDefaults *defaults, NSString *name) { [defaults addSuiteNamed:name]; });
 }
 
 void removeSuiteNamed(REALobject self, REALstring suiteName)
 {
-    guarded([=] { [defaultsOf(self) removeSuiteNamed:textOf(suiteName)]; });
+    withKey(self, suiteName, [](NSUserDefaults *defaults, NSString *name) { [defaults removeSuiteNamed:name]; });
 }
 
 void registerDefaults(REALobject self, REALdictionary dictionary)
 {
-    guarded([=] { [defaultsOf(self) registerDefaults:NewNSDictionary(dictionary)]; });
+    guarded([=] {
+        NSDictionary *values = NewNSDictionary(dictionary);
+        [defaultsOf(self) registerDefaults:values];
+    });
 }
 
 REALdictionary dictionaryRepresentation(REALobject self)
@@ -48,14 +53,17 @@ REALdictionary dictionaryRepresentation(REALobject self)
 
 RBBoolean objectIsForcedForKey(REALobject self, REALstring key)
 {
-    return guarded([=] { return RBBoolean([defaultsOf(self) objectIsForcedForKey:textOf(key)]); });
+    return withKey(self, key, [](NSUserDefaults *defaults, NSString *name) {
+        return RBBoolean([defaults objectIsForcedForKey:name]);
+    });
 }
 
 RBBoolean objectIsForcedForKey2(REALobject self, REALstring key, REALstring domain)
 {
     return guarded([=] {
         NSString *name = textOf(key);
-        return RBBoolean([defaultsOf(self) objectIsForcedForKey:name inDomain:textOf(domain)]);
+        NSString *domainName = textOf(domain);
+        return RBBoolean([defaultsOf(self) objectIsForcedForKey:name inDomain:domainName]);
     });
 }
 
@@ -63,7 +71,8 @@ void setPersistentDomain(REALobject self, REALdictionary domain, REALstring doma
 {
     guarded([=] {
         NSString *name = textOf(domainName);
-        [defaultsOf(self) setPersistentDomain:NewNSDictionary(domain) forName:name];
+        NSDictionary *values = NewNSDictionary(domain);
+        [defaultsOf(self) setPersistentDomain:values forName:name];
     });
 }
 
@@ -71,7 +80,8 @@ void setVolatileDomain(REALobject self, REALdictionary domain, REALstring domain
 {
     guarded([=] {
         NSString *name = textOf(domainName);
-        [defaultsOf(self) setVolatileDomain:NewNSDictionary(domain) forName:name];
+        NSDictionary *values = NewNSDictionary(domain);
+        [defaultsOf(self) setVolatileDomain:values forName:name];
     });
 }
 
@@ -92,7 +102,9 @@ REALarrayString persistentDomainNames(REALobject self)
 
 REALdictionary persistentDomainForName(REALobject self, REALstring domainName)
 {
-    return guarded([=] { return NSDictionaryRB([defaultsOf(self) persistentDomainForName:textOf(domainName)]); });
+    return withKey(self, domainName, [](NSUserDefaults *defaults, NSString *name) {
+        return NSDictionaryRB([defaults persistentDomainForName:name]);
+    });
 }
 
 REALarrayString volatileDomainNames(REALobject self)
@@ -102,5 +114,7 @@ REALarrayString volatileDomainNames(REALobject self)
 
 REALdictionary volatileDomainForName(REALobject self, REALstring domainName)
 {
-    return guarded([=] { return NSDictionaryRB([defaultsOf(self) volatileDomainForName:textOf(domainName)]); });
+    return withKey(self, domainName, [](NSUserDefaults *defaults, NSString *name) {
+        return NSDictionaryRB([defaults volatileDomainForName:name]);
+    });
 }

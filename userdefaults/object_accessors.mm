@@ -8,30 +8,37 @@
 
 REALmemoryBlock dataForKey(REALobject self, REALstring key)
 {
-    return guarded([=] { return NSDataRB([defaultsOf(self) dataForKey:textOf(key)]); });
+    return withKey(self, key,
+                   [](NSUserDefaults *defaults, NSString *name) { return NSDataRB([defaults dataForKey:name]); });
 }
 
 REALobject objectForKey(REALobject self, REALstring key)
 {
-    return guarded([=] { return NewVariantFromNSObject([defaultsOf(self) objectForKey:textOf(key)]); });
+    return withKey(self, key, [](NSUserDefaults *defaults, NSString *name) {
+        return NewVariantFromNSObject([defaults objectForKey:name]);
+    });
 }
 
 REALfolderItem fileForKey(REALobject self, REALstring key)
 {
-    return guarded([=] { return NSURLRBFile([defaultsOf(self) URLForKey:textOf(key)]); });
+    return withKey(self, key,
+                   [](NSUserDefaults *defaults, NSString *name) { return NSURLRBFile([defaults URLForKey:name]); });
 }
 
 void setFileForKey(REALobject self, REALstring key, REALfolderItem value)
 {
     guarded([=] {
         NSString *name = textOf(key);
-        [defaultsOf(self) setURL:NewNSURLfile(value) forKey:name];
+        NSURL *url = NewNSURLfile(value);
+        [defaultsOf(self) setURL:url forKey:name];
     });
 }
 
 REALdictionary dictionaryForKey(REALobject self, REALstring key)
 {
-    return guarded([=] { return NSDictionaryRB([defaultsOf(self) dictionaryForKey:textOf(key)]); });
+    return withKey(self, key, [](NSUserDefaults *defaults, NSString *name) {
+        return NSDictionaryRB([defaults dictionaryForKey:name]);
+    });
 }
 
 // The shape of the setters whose values are property-list objects: the key first, then the value.
@@ -40,7 +47,8 @@ static void SetObject(REALobject self, REALstring key, Value value, Object (*con
 {
     guarded([=] {
         NSString *name = textOf(key);
-        [defaultsOf(self) setObject:convert(value) forKey:name];
+        Object object = convert(value);
+        [defaultsOf(self) setObject:object forKey:name];
     });
 }
 

@@ -3,30 +3,28 @@
 
 int32_t integerForKey(REALobject self, REALstring key)
 {
-    return guarded([=] { return [defaultsOf(self) integerForKey:textOf(key)]; });
+    return withKey(self, key, [](NSUserDefaults *defaults, NSString *name) { return [defaults integerForKey:name]; });
 }
 
 void setIntegerForKey(REALobject self, REALstring key, int32_t value)
 {
-    guarded([=] { [defaultsOf(self) setInteger:value forKey:textOf(key)]; });
+    withKey(self, key, [=](NSUserDefaults *defaults, NSString *name) { [defaults setInteger:value forKey:name]; });
 }
 
 float floatForKey(REALobject self, REALstring key)
 {
-    return guarded([=] { return [defaultsOf(self) floatForKey:textOf(key)]; });
+    return withKey(self, key, [](NSUserDefaults *defaults, NSString *name) { return [defaults floatForKey:name]; });
 }
 
 void setFloatForKey(REALobject self, REALstring key, float value)
 {
-    guarded([=] { [defaultsOf(self) setFloat:value forKey:textOf(key)]; });
+    withKey(self, key, [=](NSUserDefaults *defaults, NSString *name) { [defaults setFloat:value forKey:name]; });
 }
 
 // The first systems have no doubles in their defaults: there a double is read and stored as a single.
 double doubleForKey(REALobject self, REALstring key)
 {
-    return guarded([=]() -> double {
-        NSString *name = textOf(key);
-        NSUserDefaults *defaults = defaultsOf(self);
+    return withKey(self, key, [](NSUserDefaults *defaults, NSString *name) -> double {
         if ([defaults respondsToSelector:@selector(doubleForKey:)])
             return [defaults doubleForKey:name];
         return [defaults floatForKey:name];
@@ -35,9 +33,7 @@ double doubleForKey(REALobject self, REALstring key)
 
 void setDoubleForKey(REALobject self, REALstring key, double value)
 {
-    guarded([=] {
-        NSString *name = textOf(key);
-        NSUserDefaults *defaults = defaultsOf(self);
+    withKey(self, key, [=](NSUserDefaults *defaults, NSString *name) {
         if ([defaults respondsToSelector:@selector(setDouble:forKey:)])
             [defaults setDouble:value forKey:name];
         else
@@ -47,10 +43,13 @@ void setDoubleForKey(REALobject self, REALstring key, double value)
 
 int8_t boolForKey(REALobject self, REALstring key)
 {
-    return guarded([=] { return static_cast<int8_t>([defaultsOf(self) boolForKey:textOf(key)]); });
+    return withKey(self, key, [](NSUserDefaults *defaults, NSString *name) {
+        return static_cast<int8_t>([defaults boolForKey:name]);
+    });
 }
 
 void setBoolForKey(REALobject self, REALstring key, int8_t value)
 {
-    guarded([=] { [defaultsOf(self) setBool:static_cast<BOOL>(value) forKey:textOf(key)]; });
+    withKey(self, key,
+            [=](NSUserDefaults *defaults, NSString *name) { [defaults setBool:static_cast<BOOL>(value) forKey:name]; });
 }

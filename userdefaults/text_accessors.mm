@@ -5,20 +5,24 @@
 
 REALstring stringForKey(REALobject self, REALstring key)
 {
-    return guarded([=] { return hostTextOf([defaultsOf(self) stringForKey:textOf(key)]); });
+    return withKey(self, key,
+                   [](NSUserDefaults *defaults, NSString *name) { return hostTextOf([defaults stringForKey:name]); });
 }
 
 void setStringForKey(REALobject self, REALstring key, REALstring value)
 {
     guarded([=] {
         NSString *name = textOf(key);
-        [defaultsOf(self) setObject:textOf(value) forKey:name];
+        NSString *text = textOf(value);
+        [defaultsOf(self) setObject:text forKey:name];
     });
 }
 
 REALstring URLForKey(REALobject self, REALstring key)
 {
-    return guarded([=] { return hostTextOf([[defaultsOf(self) URLForKey:textOf(key)] absoluteString]); });
+    return withKey(self, key, [](NSUserDefaults *defaults, NSString *name) {
+        return hostTextOf([[defaults URLForKey:name] absoluteString]);
+    });
 }
 
 // The URL that a text stands for, autoreleased; nil for a null string and for a text that is no URL.
@@ -36,6 +40,7 @@ void setURLForKey(REALobject self, REALstring key, REALstring value)
 {
     guarded([=] {
         NSString *name = textOf(key);
-        [defaultsOf(self) setURL:URLOfText(value) forKey:name];
+        NSURL *url = URLOfText(value);
+        [defaultsOf(self) setURL:url forKey:name];
     });
 }
