@@ -11,6 +11,7 @@
 #include <CoreFoundation/CoreFoundation.h>
 
 #include <cmath>
+#include <vector>
 
 using small_host::Object;
 
@@ -93,6 +94,14 @@ static NSUInteger keptLength(NSString *text)
     return kept;
 }
 
+// Foundation's own substrings lose a byte order mark in front.
+static NSString *keptText(NSString *text)
+{
+    std::vector<unichar> units(keptLength(text));
+    [text getCharacters:units.data() range:NSMakeRange(0, units.size())];
+    return [(NSString *)CFStringCreateWithCharacters(nullptr, units.data(), CFIndex(units.size())) autorelease];
+}
+
 // What the host makes of a property list, seen from Cocoa again; nil for nothing. `refused` when an array gets an
 // element that is nothing, which Cocoa does not take back; `unknown` when this account does not say.
 struct Expectation {
@@ -102,7 +111,7 @@ struct Expectation {
     id of(id value)
     {
         if ([value isKindOfClass:[NSString class]])
-            return [value substringToIndex:keptLength(value)];
+            return keptText(value);
         if ([value isKindOfClass:[NSData class]])
             return [value length] ? value : nil;
         if ([value isKindOfClass:[NSDate class]])

@@ -131,7 +131,7 @@ TEST_P(ArrayToObjectOn, AnEmptyArrayIsAnEmptyArray)
     startHost();
     for (ElementType type : kElementTypes) {
         NSArray *result = toCocoa(Value::array(type));
-        ASSERT_NE(result, nil) << int32_t(type);
+        ASSERT_TRUE([result isKindOfClass:[NSMutableArray class]]) << int32_t(type);
         EXPECT_EQ([result count], 0u);
     }
 }
@@ -212,7 +212,10 @@ TEST_F(ArrayToObject, MixedElementsAreConvertedEachByItsOwnType)
     NSArray *result =
         toCocoa(Value::variants({Value::variants({Value::variants({})}), dictionary, Value::currency(2.5)}));
     ASSERT_EQ([result count], 3u);
-    EXPECT_TRUE([[result objectAtIndex:0] isEqual:[NSArray arrayWithObject:[NSArray array]]]);
+    NSArray *nested = [result objectAtIndex:0];
+    EXPECT_TRUE([nested isEqual:[NSArray arrayWithObject:[NSArray array]]]);
+    EXPECT_TRUE([nested isKindOfClass:[NSMutableArray class]]);
+    EXPECT_TRUE([[nested objectAtIndex:0] isKindOfClass:[NSMutableArray class]]);
     NSArray *inDictionary = [NSArray arrayWithObjects:asLong(1), @"x", nil];
     EXPECT_TRUE([[[result objectAtIndex:1] objectForKey:@"k"] isEqual:inDictionary]);
     EXPECT_TRUE([[result objectAtIndex:2] isEqual:[NSNumber numberWithDouble:2.5]]);
