@@ -18,7 +18,7 @@ using namespace platform;
 - (id)initWithCharacters:(const unichar *)characters length:(NSUInteger)length
 {
     units = static_cast<unichar *>(malloc(length * sizeof *units));
-    memcpy(units, characters, length * sizeof *units);
+    std::copy_n(characters, length, units);
     count = length;
     return self;
 }
@@ -39,7 +39,7 @@ using namespace platform;
 {
     if (range.location > count || range.length > count - range.location)
         [NSException raise:NSRangeException format:@"%@ of %u", NSStringFromRange(range), count];
-    memcpy(buffer, units + range.location, range.length * sizeof *units);
+    std::copy_n(units + range.location, range.length, buffer);
 }
 
 - (id)copyWithZone:(NSZone *)zone
