@@ -17,7 +17,8 @@ inline NSUserDefaults **DefaultsWord(REALobject self, int32_t offset = userDefau
     return reinterpret_cast<NSUserDefaults **>(InstanceData(self, offset));
 }
 
-// Borrowed; may be nil, and a message to nil gives the neutral result.
+// Borrowed; may be nil, and a message to nil gives the neutral result. To be asked for when the arguments are
+// converted: host code that a conversion calls may make the instance carry another object.
 inline NSUserDefaults *defaultsOf(REALobject self)
 {
     return *DefaultsWord(self);
@@ -28,17 +29,6 @@ inline NSUserDefaults *defaultsOf(REALobject self)
 inline NSString *textOf(REALstring string)
 {
     return string ? [(NSString *)RBString2CFString(string) autorelease] : nil;
-}
-
-// The shape of the members with one key or name: guarded, they convert it and then read the carried object, which is
-// the one that the instance carries now, whatever host code did in the meantime.
-template <typename Body>
-auto withKey(REALobject self, REALstring key, Body body)
-{
-    return guarded([=] {
-        NSString *name = textOf(key);
-        return body(defaultsOf(self), name);
-    });
 }
 
 // A text from Cocoa as a new host string, owned by the caller; null for nil and for an empty text.

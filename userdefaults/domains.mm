@@ -13,29 +13,42 @@ RBBoolean synchronize(REALobject self)
 
 void removeObjectForKey(REALobject self, REALstring defaultName)
 {
-    withKey(self, defaultName, [](NSUserDefaults *defaults, NSString *name) { [defaults removeObjectForKey:name]; });
+    guarded([=] {
+        NSString *name = textOf(defaultName);
+        [defaultsOf(self) removeObjectForKey:name];
+    });
 }
 
 void removeVolatileDomainForName(REALobject self, REALstring domainName)
 {
-    withKey(self, domainName,
-            [](NSUserDefaults *defaults, NSString *name) { [defaults removeVolatileDomainForName:name]; });
+    guarded([=] {
+        NSString *name = textOf(domainName);
+        [defaultsOf(self) removeVolatileDomainForName:name];
+    });
 }
 
 void removePersistentDomainForName(REALobject self, REALstring domainName)
 {
-    withKey(self, domainName,
-            [](NSUserDefaults *defaults, NSString *name) { [defaults removePersistentDomainForName:name]; });
+    guarded([=] {
+        NSString *name = textOf(domainName);
+        [defaultsOf(self) removePersistentDomainForName:name];
+    });
 }
 
 void addSuiteNamed(REALobject self, REALstring suiteName)
 {
-    withKey(self, suiteName, [](NSUserDefaults *defaults, NSString *name) { [defaults addSuiteNamed:name]; });
+    guarded([=] {
+        NSString *name = textOf(suiteName);
+        [defaultsOf(self) addSuiteNamed:name];
+    });
 }
 
 void removeSuiteNamed(REALobject self, REALstring suiteName)
 {
-    withKey(self, suiteName, [](NSUserDefaults *defaults, NSString *name) { [defaults removeSuiteNamed:name]; });
+    guarded([=] {
+        NSString *name = textOf(suiteName);
+        [defaultsOf(self) removeSuiteNamed:name];
+    });
 }
 
 void registerDefaults(REALobject self, REALdictionary dictionary)
@@ -53,8 +66,9 @@ REALdictionary dictionaryRepresentation(REALobject self)
 
 RBBoolean objectIsForcedForKey(REALobject self, REALstring key)
 {
-    return withKey(self, key, [](NSUserDefaults *defaults, NSString *name) {
-        return RBBoolean([defaults objectIsForcedForKey:name]);
+    return guarded([=] {
+        NSString *name = textOf(key);
+        return RBBoolean([defaultsOf(self) objectIsForcedForKey:name]);
     });
 }
 
@@ -102,8 +116,9 @@ REALarrayString persistentDomainNames(REALobject self)
 
 REALdictionary persistentDomainForName(REALobject self, REALstring domainName)
 {
-    return withKey(self, domainName, [](NSUserDefaults *defaults, NSString *name) {
-        return NSDictionaryRB([defaults persistentDomainForName:name]);
+    return guarded([=] {
+        NSString *name = textOf(domainName);
+        return NSDictionaryRB([defaultsOf(self) persistentDomainForName:name]);
     });
 }
 
@@ -114,7 +129,8 @@ REALarrayString volatileDomainNames(REALobject self)
 
 REALdictionary volatileDomainForName(REALobject self, REALstring domainName)
 {
-    return withKey(self, domainName, [](NSUserDefaults *defaults, NSString *name) {
-        return NSDictionaryRB([defaults volatileDomainForName:name]);
+    return guarded([=] {
+        NSString *name = textOf(domainName);
+        return NSDictionaryRB([defaultsOf(self) volatileDomainForName:name]);
     });
 }

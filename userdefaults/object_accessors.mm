@@ -8,21 +8,26 @@
 
 REALmemoryBlock dataForKey(REALobject self, REALstring key)
 {
-    return withKey(self, key,
-                   [](NSUserDefaults *defaults, NSString *name) { return NSDataRB([defaults dataForKey:name]); });
+    return guarded([=] {
+        NSString *name = textOf(key);
+        return NSDataRB([defaultsOf(self) dataForKey:name]);
+    });
 }
 
 REALobject objectForKey(REALobject self, REALstring key)
 {
-    return withKey(self, key, [](NSUserDefaults *defaults, NSString *name) {
-        return NewVariantFromNSObject([defaults objectForKey:name]);
+    return guarded([=] {
+        NSString *name = textOf(key);
+        return NewVariantFromNSObject([defaultsOf(self) objectForKey:name]);
     });
 }
 
 REALfolderItem fileForKey(REALobject self, REALstring key)
 {
-    return withKey(self, key,
-                   [](NSUserDefaults *defaults, NSString *name) { return NSURLRBFile([defaults URLForKey:name]); });
+    return guarded([=] {
+        NSString *name = textOf(key);
+        return NSURLRBFile([defaultsOf(self) URLForKey:name]);
+    });
 }
 
 void setFileForKey(REALobject self, REALstring key, REALfolderItem value)
@@ -36,8 +41,9 @@ void setFileForKey(REALobject self, REALstring key, REALfolderItem value)
 
 REALdictionary dictionaryForKey(REALobject self, REALstring key)
 {
-    return withKey(self, key, [](NSUserDefaults *defaults, NSString *name) {
-        return NSDictionaryRB([defaults dictionaryForKey:name]);
+    return guarded([=] {
+        NSString *name = textOf(key);
+        return NSDictionaryRB([defaultsOf(self) dictionaryForKey:name]);
     });
 }
 

@@ -3,28 +3,42 @@
 
 int32_t integerForKey(REALobject self, REALstring key)
 {
-    return withKey(self, key, [](NSUserDefaults *defaults, NSString *name) { return [defaults integerForKey:name]; });
+    return guarded([=] {
+        NSString *name = textOf(key);
+        return [defaultsOf(self) integerForKey:name];
+    });
 }
 
 void setIntegerForKey(REALobject self, REALstring key, int32_t value)
 {
-    withKey(self, key, [=](NSUserDefaults *defaults, NSString *name) { [defaults setInteger:value forKey:name]; });
+    guarded([=] {
+        NSString *name = textOf(key);
+        [defaultsOf(self) setInteger:value forKey:name];
+    });
 }
 
 float floatForKey(REALobject self, REALstring key)
 {
-    return withKey(self, key, [](NSUserDefaults *defaults, NSString *name) { return [defaults floatForKey:name]; });
+    return guarded([=] {
+        NSString *name = textOf(key);
+        return [defaultsOf(self) floatForKey:name];
+    });
 }
 
 void setFloatForKey(REALobject self, REALstring key, float value)
 {
-    withKey(self, key, [=](NSUserDefaults *defaults, NSString *name) { [defaults setFloat:value forKey:name]; });
+    guarded([=] {
+        NSString *name = textOf(key);
+        [defaultsOf(self) setFloat:value forKey:name];
+    });
 }
 
 // The first systems have no doubles in their defaults: there a double is read and stored as a single.
 double doubleForKey(REALobject self, REALstring key)
 {
-    return withKey(self, key, [](NSUserDefaults *defaults, NSString *name) -> double {
+    return guarded([=]() -> double {
+        NSString *name = textOf(key);
+        NSUserDefaults *defaults = defaultsOf(self);
         if ([defaults respondsToSelector:@selector(doubleForKey:)])
             return [defaults doubleForKey:name];
         return [defaults floatForKey:name];
@@ -33,7 +47,9 @@ double doubleForKey(REALobject self, REALstring key)
 
 void setDoubleForKey(REALobject self, REALstring key, double value)
 {
-    withKey(self, key, [=](NSUserDefaults *defaults, NSString *name) {
+    guarded([=] {
+        NSString *name = textOf(key);
+        NSUserDefaults *defaults = defaultsOf(self);
         if ([defaults respondsToSelector:@selector(setDouble:forKey:)])
             [defaults setDouble:value forKey:name];
         else
@@ -43,13 +59,16 @@ void setDoubleForKey(REALobject self, REALstring key, double value)
 
 int8_t boolForKey(REALobject self, REALstring key)
 {
-    return withKey(self, key, [](NSUserDefaults *defaults, NSString *name) {
-        return static_cast<int8_t>([defaults boolForKey:name]);
+    return guarded([=] {
+        NSString *name = textOf(key);
+        return static_cast<int8_t>([defaultsOf(self) boolForKey:name]);
     });
 }
 
 void setBoolForKey(REALobject self, REALstring key, int8_t value)
 {
-    withKey(self, key,
-            [=](NSUserDefaults *defaults, NSString *name) { [defaults setBool:static_cast<BOOL>(value) forKey:name]; });
+    guarded([=] {
+        NSString *name = textOf(key);
+        [defaultsOf(self) setBool:static_cast<BOOL>(value) forKey:name];
+    });
 }

@@ -5,8 +5,10 @@
 
 REALstring stringForKey(REALobject self, REALstring key)
 {
-    return withKey(self, key,
-                   [](NSUserDefaults *defaults, NSString *name) { return hostTextOf([defaults stringForKey:name]); });
+    return guarded([=] {
+        NSString *name = textOf(key);
+        return hostTextOf([defaultsOf(self) stringForKey:name]);
+    });
 }
 
 void setStringForKey(REALobject self, REALstring key, REALstring value)
@@ -20,8 +22,9 @@ void setStringForKey(REALobject self, REALstring key, REALstring value)
 
 REALstring URLForKey(REALobject self, REALstring key)
 {
-    return withKey(self, key, [](NSUserDefaults *defaults, NSString *name) {
-        return hostTextOf([[defaults URLForKey:name] absoluteString]);
+    return guarded([=] {
+        NSString *name = textOf(key);
+        return hostTextOf([[defaultsOf(self) URLForKey:name] absoluteString]);
     });
 }
 
