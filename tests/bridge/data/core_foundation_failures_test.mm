@@ -101,7 +101,7 @@ protected:
     std::string pathWithout(const char *function)
     {
         host.replace("REALFSRefFromFolderItem", reinterpret_cast<void *>(parentAndName));
-        Value item = Value::folderItem(kParent); // which has a specification
+        Value item = Value::folderItem(kParent); // which has an FSSpec
         failing = function;
         NSURL *url = toCocoaWith("setFileValue", item);
         failing = nullptr;
@@ -125,7 +125,7 @@ TEST_F(CoreFoundationFailures, ANameThatCannotBeCopiedStaysAsItIs)
     EXPECT_EQ(pathWithout("CFStringCreateMutableCopy"), "/tmp/" + textOf(text(kComposed)));
 }
 
-TEST_F(CoreFoundationFailures, ANameThatIsNoTextLeadsToTheSpecification)
+TEST_F(CoreFoundationFailures, ANameThatIsNoTextLeadsToTheFSSpec)
 {
     EXPECT_EQ(pathWithout("CFStringCreateWithCharacters"), kParent);
 }
