@@ -11,6 +11,7 @@
 
 #include <cmath>
 #include <cstring>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -58,6 +59,8 @@ protected:
     void *lockedForPlugin(const host::Value &value);
     // Unlocks the instances of the class that a plug-in holds and nobody knows of, and counts them.
     int releaseLeftBehind(const std::string &className);
+    // At which indexes elements are inserted where the host has no insert procedure for the second one. Once per test.
+    std::vector<int> indexesWithoutTheSecondProcedure(const std::function<void()> &convert);
     // The host's own function behind an entry point.
     template <class Function>
     Function entry(const char *name)

@@ -143,6 +143,18 @@ void *CrossingTest::lockedForPlugin(const Value &value)
     return value.handle();
 }
 
+std::vector<int> CrossingTest::indexesWithoutTheSecondProcedure(const std::function<void()> &convert)
+{
+    static int asked;
+    static std::vector<int> indexes;
+    host.replace("RuntimeArrayDirectGetInsertProc", bodyOf([](void *) -> void * {
+                     return asked++ == 1 ? nullptr
+                                         : bodyOf([](void *, int32_t index, void *) { indexes.push_back(index); });
+                 }));
+    convert();
+    return indexes;
+}
+
 int CrossingTest::releaseLeftBehind(const std::string &className)
 {
     int count = 0;
