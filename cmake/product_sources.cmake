@@ -1,16 +1,17 @@
-# The plug-in's own sources, in the order of the layers; the same list makes every binary of the plug-in, on every system.
+# The plug-in's own sources, floor by floor; the same list makes every binary of the plug-in, on every system.
 set(product_sources
-  plugin/entry.cpp
-  plugin/class_tables.cpp
-  plugin/record_version_9.cpp
-  plugin/host_functions.cpp
-  plugin/held_handles.cpp
-  plugin/instances.cpp
-  plugin/cocoa_init.mm
-  plugin/exceptions.cpp
-  plugin/nsexception.mm
-  bridge/strings/string_data.cpp
-  bridge/strings/build_string.cpp
+  # What the host offers
+  hostapi/version.cpp
+  hostapi/services.cpp
+  hostapi/record_version_9.cpp
+  hostapi/string_data.cpp
+  hostapi/build_string.cpp
+  hostapi/exceptions.cpp
+  # Values and exceptions between the host and Cocoa
+  bridge/exceptions/held_handles.cpp
+  bridge/exceptions/cocoa_exception.mm
+  bridge/family/instances.cpp
+  bridge/family/cocoa_init.mm
   bridge/strings/cf_string.cpp
   bridge/data/memory_block.mm
   bridge/data/folder_item.mm
@@ -25,6 +26,8 @@ set(product_sources
   bridge/variant/array_to_object.mm
   bridge/variant/host_object.mm
   bridge/variant/variant_to_object.mm
+  # The class
+  userdefaults/class_tables.cpp
   userdefaults/lifecycle.mm
   userdefaults/shared_members.mm
   userdefaults/scalar_accessors.mm
@@ -32,6 +35,8 @@ set(product_sources
   userdefaults/object_accessors.mm
   userdefaults/array_accessors.mm
   userdefaults/domains.mm
+  # The entry function
+  plugin/entry.cpp
 )
 
 foreach(source IN LISTS product_sources)

@@ -1,11 +1,9 @@
-// The one function that the host calls by name: it learns which host this is and registers the class.
-#include "plugin/class_tables.h"
-#include "plugin/host_functions.h"
-#include "plugin/record_version_9.h"
+#include "plugin/entry.h"
 
-HostResolver gResolver = nullptr;
-double rbversion_rbversion = 0.0;
-int32_t CurrentREALControlVersion = kNewestRecordVersion;
+#include "hostapi/record_version_9.h"
+#include "hostapi/services.h"
+#include "userdefaults/class_tables.h"
+
 const char *gpartname = nullptr;
 const char *gpluginname = nullptr;
 char gplugin = 0;
@@ -28,9 +26,7 @@ static void RoundUpDataSize(REALclassDefinition *definition)
         definition->dataSize++;
 }
 
-// Called once by the host, before any class is used, with its lookup call-back. A further call registers
-// the class again from its original tables; the version learned first then stands in for a missing one.
-extern "C" __attribute__((visibility("default"))) void REALPluginMain(HostResolver resolver)
+void REALPluginMain(HostResolver resolver)
 {
     gResolver = resolver;
 

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# coverage-report.sh COUNTS BINARY...: what the counts in that folder (*.profraw) say about plugin/, bridge/ and
-# userdefaults/: a table, then the branches that were not taken in both directions, with their lines.
+# coverage-report.sh COUNTS BINARY...: what the counts in that folder (*.profraw) say about the folders of the
+# product: a table, then the branches that were not taken in both directions, with their lines.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 counts=$1
@@ -11,7 +11,7 @@ for binary in "${@:2}"; do
 done
 data=$counts/all.profdata
 llvm-profdata-14 merge -sparse -o "$data" "$counts"/*.profraw
-sources=(plugin bridge userdefaults)
+sources=(plugin userdefaults bridge hostapi)
 
 llvm-cov-14 report "${objects[@]}" -instr-profile "$data" -show-branch-summary "${sources[@]/#/$PWD/}" |
     sed "s|^$PWD/||"

@@ -3,7 +3,7 @@
 #include "bridge/data/string_array.h"
 #include "bridge/variant/array_to_object.h"
 #include "bridge/variant/object_to_variant.h"
-#include "plugin/host_functions.h"
+#include "hostapi/services.h"
 #include "userdefaults/carried_defaults.h"
 #include "userdefaults/filled_array.h"
 

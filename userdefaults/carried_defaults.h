@@ -1,11 +1,11 @@
 // The `NSUserDefaults` object that an instance of the class carries, and the keys that come with a call.
 #pragma once
 
+#include "bridge/exceptions/method_guard.h"
 #include "bridge/strings/cf_string.h"
-#include "plugin/class_members.h"
-#include "plugin/class_tables.h"
-#include "plugin/host_records.h"
-#include "plugin/method_guard.h"
+#include "hostapi/records.h"
+#include "userdefaults/class_members.h"
+#include "userdefaults/class_tables.h"
 
 #include <Foundation/Foundation.h>
 

@@ -2,7 +2,7 @@
 // forced values.
 #include "bridge/data/dictionary.h"
 #include "bridge/data/string_array.h"
-#include "plugin/host_functions.h"
+#include "hostapi/services.h"
 #include "userdefaults/carried_defaults.h"
 #include "userdefaults/filled_array.h"
 

@@ -2,8 +2,8 @@
 // as far as it was filled when Cocoa raised.
 #pragma once
 
-#include "plugin/host_functions.h"
-#include "plugin/method_guard.h"
+#include "bridge/exceptions/method_guard.h"
+#include "hostapi/services.h"
 
 // Fills `array` inside the guard and gives it back. What the guard lets through leaves nobody to give it to: then its
 // lock is given back first.

@@ -1,6 +1,7 @@
 // How an NSUserDefaults object comes into an instance of the class, and how it leaves.
-#include "plugin/cocoa_init.h"
-#include "plugin/instances.h"
+#include "bridge/family/cocoa_init.h"
+#include "bridge/family/instances.h"
+#include "hostapi/exceptions.h"
 #include "userdefaults/carried_defaults.h"
 
 void NSUserDefaultsConstructor(REALobject)

@@ -1,7 +1,7 @@
 // The members of the class itself: the standard defaults object and the four names.
-#include "plugin/cocoa_init.h"
-#include "plugin/host_functions.h"
-#include "plugin/instances.h"
+#include "bridge/family/cocoa_init.h"
+#include "bridge/family/instances.h"
+#include "hostapi/services.h"
 #include "userdefaults/carried_defaults.h"
 
 REALobject standardUserDefaults()

@@ -2,7 +2,7 @@
 // Date's own time zone is not read, and fractions of a second are lost.
 #pragma once
 
-#include "plugin/host_types.h"
+#include "hostapi/types.h"
 
 #include <Foundation/Foundation.h>
 

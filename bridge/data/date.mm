@@ -1,6 +1,6 @@
 #include "bridge/data/date.h"
 
-#include "plugin/host_functions.h"
+#include "hostapi/services.h"
 
 #include <iterator>
 

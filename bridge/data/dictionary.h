@@ -4,7 +4,7 @@
 // guard.
 #pragma once
 
-#include "plugin/host_types.h"
+#include "hostapi/types.h"
 
 #include <Foundation/Foundation.h>
 

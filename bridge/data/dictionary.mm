@@ -1,9 +1,9 @@
 #include "bridge/data/dictionary.h"
 
+#include "bridge/exceptions/held_handles.h"
 #include "bridge/variant/object_to_variant.h"
 #include "bridge/variant/variant_to_object.h"
-#include "plugin/held_handles.h"
-#include "plugin/host_functions.h"
+#include "hostapi/services.h"
 
 // The host methods of the Dictionary used last. Methods belong to an object, and a new Dictionary may have
 // the address of one that is gone: so the cache is reset whenever a walk through a Dictionary is complete,

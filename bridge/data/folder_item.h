@@ -3,7 +3,7 @@
 // the form of names on disk. Neither direction raises anything.
 #pragma once
 
-#include "plugin/host_types.h"
+#include "hostapi/types.h"
 
 #include <Foundation/Foundation.h>
 

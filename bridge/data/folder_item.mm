@@ -1,6 +1,6 @@
 #include "bridge/data/folder_item.h"
 
-#include "plugin/host_functions.h"
+#include "hostapi/services.h"
 
 #include <CoreServices/CoreServices.h>
 

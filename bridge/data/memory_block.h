@@ -1,7 +1,7 @@
 // Bytes between the host's MemoryBlock and NSData. Both ways copy: no memory is shared.
 #pragma once
 
-#include "plugin/host_types.h"
+#include "hostapi/types.h"
 
 #include <Foundation/Foundation.h>
 

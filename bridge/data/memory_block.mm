@@ -1,8 +1,8 @@
 #include "bridge/data/memory_block.h"
 
-#include "plugin/exceptions.h"
-#include "plugin/held_handles.h"
-#include "plugin/host_functions.h"
+#include "bridge/exceptions/held_handles.h"
+#include "hostapi/exceptions.h"
+#include "hostapi/services.h"
 
 #include <cstdio>
 #include <cstring>

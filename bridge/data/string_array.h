@@ -1,7 +1,7 @@
 // Arrays of strings between the host and Cocoa.
 #pragma once
 
-#include "plugin/host_types.h"
+#include "hostapi/types.h"
 
 #include <Foundation/Foundation.h>
 

@@ -1,8 +1,8 @@
 #include "bridge/data/string_array.h"
 
+#include "bridge/exceptions/held_handles.h"
 #include "bridge/strings/cf_string.h"
-#include "plugin/held_handles.h"
-#include "plugin/host_functions.h"
+#include "hostapi/services.h"
 
 void FillStringArray(REALarrayString array, NSArray *strings)
 {

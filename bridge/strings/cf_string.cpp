@@ -1,10 +1,10 @@
 #include "bridge/strings/cf_string.h"
 
-#include "bridge/strings/owners.h"
-#include "plugin/host_functions.h"
-#include "plugin/host_records.h"
-#include "plugin/host_strings.h"
-#include "plugin/zeroed_allocation.h"
+#include "hostapi/owners.h"
+#include "hostapi/records.h"
+#include "hostapi/services.h"
+#include "hostapi/strings.h"
+#include "hostapi/zeroed_allocation.h"
 
 #include <cstring>
 

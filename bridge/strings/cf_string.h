@@ -1,7 +1,7 @@
 // Text between the host and Cocoa. An NSString is a CFString: the same object under two names.
 #pragma once
 
-#include "plugin/host_types.h"
+#include "hostapi/types.h"
 
 #include <CoreFoundation/CoreFoundation.h>
 

@@ -1,7 +1,7 @@
 // Host arrays, in a Variant's place or as an argument, as Cocoa arrays.
 #pragma once
 
-#include "plugin/host_types.h"
+#include "hostapi/types.h"
 
 #include <Foundation/Foundation.h>
 

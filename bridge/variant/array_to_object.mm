@@ -1,11 +1,11 @@
 #include "bridge/variant/array_to_object.h"
 
 #include "bridge/data/date.h"
+#include "bridge/exceptions/held_handles.h"
 #include "bridge/strings/cf_string.h"
 #include "bridge/variant/variant_to_object.h"
-#include "plugin/held_handles.h"
-#include "plugin/host_functions.h"
-#include "plugin/host_records.h"
+#include "hostapi/records.h"
+#include "hostapi/services.h"
 
 // What a handle from an array's storage lacks and one from the host's readers has: a lock of ours.
 static REALstring Locked(REALstring string)

@@ -1,7 +1,7 @@
 // Host objects as Cocoa objects.
 #pragma once
 
-#include "plugin/host_types.h"
+#include "hostapi/types.h"
 
 #include <Foundation/Foundation.h>
 

@@ -3,10 +3,10 @@
 #include "bridge/data/dictionary.h"
 #include "bridge/data/folder_item.h"
 #include "bridge/data/memory_block.h"
+#include "bridge/family/family.h"
 #include "bridge/variant/value_wrapper.h"
 #include "bridge/variant/wrapper_objects.h"
-#include "plugin/family.h"
-#include "plugin/host_functions.h"
+#include "hostapi/services.h"
 
 #include <objc/runtime.h>
 

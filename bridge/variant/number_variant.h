@@ -1,7 +1,7 @@
 // Numbers between the host and Cocoa: here from Cocoa.
 #pragma once
 
-#include "plugin/host_types.h"
+#include "hostapi/types.h"
 
 #include <Foundation/Foundation.h>
 

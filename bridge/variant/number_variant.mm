@@ -1,6 +1,6 @@
 #include "bridge/variant/number_variant.h"
 
-#include "plugin/host_functions.h"
+#include "hostapi/services.h"
 
 #include <iterator>
 

@@ -1,7 +1,7 @@
 // Any Cocoa object as a host value.
 #pragma once
 
-#include "plugin/host_types.h"
+#include "hostapi/types.h"
 
 #include <Foundation/Foundation.h>
 

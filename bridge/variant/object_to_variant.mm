@@ -4,14 +4,14 @@
 #include "bridge/data/dictionary.h"
 #include "bridge/data/folder_item.h"
 #include "bridge/data/memory_block.h"
+#include "bridge/exceptions/held_handles.h"
+#include "bridge/family/family.h"
+#include "bridge/family/instances.h"
 #include "bridge/strings/cf_string.h"
 #include "bridge/variant/number_variant.h"
 #include "bridge/variant/value_wrapper.h"
 #include "bridge/variant/wrapper_objects.h"
-#include "plugin/family.h"
-#include "plugin/held_handles.h"
-#include "plugin/host_functions.h"
-#include "plugin/instances.h"
+#include "hostapi/services.h"
 
 #include <AppKit/AppKit.h>
 #include <objc/runtime.h>

@@ -2,7 +2,7 @@
 // object of the geometric classes keeps the structure in its instance data, fields in Cocoa's order.
 #pragma once
 
-#include "plugin/host_types.h"
+#include "hostapi/types.h"
 
 #include <Foundation/Foundation.h>
 

@@ -1,9 +1,9 @@
 #include "bridge/variant/value_wrapper.h"
 
+#include "bridge/family/family.h"
 #include "bridge/variant/wrapper_objects.h"
-#include "plugin/family.h"
-#include "plugin/host_functions.h"
-#include "plugin/host_records.h"
+#include "hostapi/records.h"
+#include "hostapi/services.h"
 
 #include <cstring>
 #include <iterator>

@@ -1,7 +1,7 @@
 // Any host value as a Cocoa object.
 #pragma once
 
-#include "plugin/host_types.h"
+#include "hostapi/types.h"
 
 #include <Foundation/Foundation.h>
 

@@ -1,11 +1,11 @@
 #include "bridge/variant/variant_to_object.h"
 
 #include "bridge/data/date.h"
+#include "bridge/exceptions/held_handles.h"
 #include "bridge/strings/cf_string.h"
 #include "bridge/variant/array_to_object.h"
 #include "bridge/variant/host_object.h"
-#include "plugin/held_handles.h"
-#include "plugin/host_functions.h"
+#include "hostapi/services.h"
 
 #include <iterator>
 

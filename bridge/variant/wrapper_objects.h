@@ -12,8 +12,8 @@
 // caller owns, or null when the host knows no fitting class.
 #pragma once
 
-#include "plugin/host_functions.h"
-#include "plugin/host_records.h"
+#include "hostapi/records.h"
+#include "hostapi/services.h"
 
 #include <Foundation/Foundation.h>
 

@@ -1,6 +1,6 @@
 #include "bridge/variant/wrapper_objects.h"
 
-#include "plugin/instances.h"
+#include "bridge/family/instances.h"
 
 #include <objc/runtime.h>
 

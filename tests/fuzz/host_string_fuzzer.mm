@@ -1,7 +1,7 @@
 // Host strings of any bytes, encoding and host version cross to Cocoa and back: against a plain account of the
 // encodings that need no table of the system's, and against themselves in all others.
 #include "bridge/strings/cf_string.h"
-#include "plugin/host_strings.h"
+#include "hostapi/strings.h"
 #include "tests/fuzz/input.h"
 #include "tests/fuzz/pool.h"
 #include "tests/fuzz/small_host.h"

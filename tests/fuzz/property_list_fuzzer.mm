@@ -1,9 +1,9 @@
 // Property lists of any bytes become host values and Cocoa's objects again: against an account of what the host cannot
 // keep. What comes out must be a property list that is written and read again without a change.
+#include "bridge/exceptions/held_handles.h"
 #include "bridge/variant/object_to_variant.h"
 #include "bridge/variant/variant_to_object.h"
 #include "platform/gnustep/foundation/property_lists.h"
-#include "plugin/held_handles.h"
 #include "tests/fuzz/input.h"
 #include "tests/fuzz/pool.h"
 #include "tests/fuzz/small_host.h"

@@ -1,7 +1,7 @@
 #include "tests/fuzz/small_host.h"
 
-#include "plugin/host_strings.h"
-#include "plugin/host_version.h"
+#include "hostapi/strings.h"
+#include "hostapi/version.h"
 #include "tests/fuzz/input.h"
 
 #include <CoreFoundation/CoreFoundation.h>

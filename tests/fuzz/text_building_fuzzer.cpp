@@ -1,5 +1,5 @@
 // Text of any bytes, encoding and length becomes a host string: against a plain account of what must come out.
-#include "plugin/host_strings.h"
+#include "hostapi/strings.h"
 #include "tests/fuzz/input.h"
 #include "tests/fuzz/small_host.h"
 

@@ -1,8 +1,8 @@
 // Host values of any shape go to Cocoa and come back: against a model of what each must become on either side. Arrays
 // that Cocoa refuses, because an element has no Cocoa form, must leave nothing behind.
+#include "bridge/exceptions/held_handles.h"
 #include "bridge/variant/object_to_variant.h"
 #include "bridge/variant/variant_to_object.h"
-#include "plugin/held_handles.h"
 #include "tests/fuzz/input.h"
 #include "tests/fuzz/pool.h"
 #include "tests/fuzz/small_host.h"

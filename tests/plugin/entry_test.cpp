@@ -1,14 +1,13 @@
 // What REALPluginMain asks of the host, what it tells the host and what it remembers.
-#include "plugin/class_tables.h"
-#include "tests/plugin/fake_host.h"
+#include "plugin/entry.h"
+#include "tests/support/fake_host.h"
+#include "userdefaults/class_tables.h"
 
 #include <cmath>
 #include <csignal>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <optional>
-
-extern "C" void REALPluginMain(HostResolver resolver);
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;

@@ -2,11 +2,9 @@
 // embedded host's resolver.
 #pragma once
 
-#include "plugin/host_types.h"
-#include "plugin/host_version.h"
+#include "hostapi/types.h"
+#include "plugin/entry.h"
 #include "tests/support/host_test.h"
-
-extern "C" void REALPluginMain(HostResolver resolver);
 
 namespace support {
 

@@ -1,8 +1,8 @@
 // Strings and the texts of URLs under a key, and the keys themselves.
-#include "tests/bridge/strings/text_samples.h"
 #include "tests/support/host_test.h"
 #include "tests/support/plugin_under_test.h"
 #include "tests/support/recording_defaults.h"
+#include "tests/support/text_samples.h"
 #include "tests/userdefaults/cocoa_objects.h"
 
 #include <CoreFoundation/CoreFoundation.h>

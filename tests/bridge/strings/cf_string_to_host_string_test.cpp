@@ -1,7 +1,7 @@
 // CFStrings as host strings.
 #include "bridge/strings/cf_string.h"
-#include "tests/bridge/strings/allocations.h"
 #include "tests/bridge/strings/cocoa_strings.h"
+#include "tests/support/allocations.h"
 #include "tests/support/inner_test.h"
 
 using support::adopt;

@@ -1,8 +1,8 @@
 // Host strings as CFStrings: by the host's own conversion, from the bytes that it hands out, and from its old records.
 #include "bridge/strings/cf_string.h"
-#include "plugin/host_functions.h"
-#include "tests/bridge/strings/text_samples.h"
+#include "hostapi/services.h"
 #include "tests/support/inner_test.h"
+#include "tests/support/text_samples.h"
 
 #include <cstring>
 

@@ -1,0 +1,18 @@
+// The registry of the plug-in family: from carried Cocoa object (by identity) to the host object that
+// carries it.
+#pragma once
+
+#include "hostapi/types.h"
+
+#include <CoreFoundation/CoreFoundation.h>
+
+// It belongs to another library of the family and is shared by all; null while that library is not loaded,
+// and then nothing is recorded or found. An entry takes no lock: it is valid as long as its host object
+// lives, whose finaliser removes it.
+extern CFMutableDictionaryRef instances;
+
+// The host object that carries `object`, locked once more for the caller; null when none is recorded.
+REALobject LockedCarrierOf(const void *object);
+
+void RecordCarrier(const void *object, REALobject carrier);
+void ForgetCarrier(const void *object);
