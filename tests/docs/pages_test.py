@@ -28,8 +28,9 @@ class Cases(unittest.TestCase):
             text = self.pages[f"members/{member.page}.md"]
             headings = re.findall(r"^## (.+)$", text, flags=re.M)
             self.assertEqual(headings, [*member.sections, "Hosts and systems", "Example"])
-            self.assertIn(member.example.code, text)
-            self.assertIn(member.example.output, text)
+            for code, output in member.example.programs:
+                self.assertIn(code, text)
+                self.assertIn(output, text)
 
     def test_every_link_leads_to_a_page(self):
         for path, text in self.pages.items():

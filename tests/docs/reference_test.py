@@ -21,6 +21,8 @@ A_MEMBER = """# Members
 
 ### Result
 
+| Under the key | Result | Known |
+|---|---|---|
 {result}
 
 ### Nil and empty
@@ -43,7 +45,7 @@ value
 """
 
 
-def a_member(declaration="someForKey(key as string) as string", summary="Gives it.", result="| no value | nil |"):
+def a_member(declaration="someForKey(key as string) as string", summary="Gives it.", result="| no value | nil | plug-in |"):
     return A_MEMBER.format(declaration=declaration, name=declaration.partition("(")[0], summary=summary, result=result)
 
 
@@ -88,7 +90,7 @@ class Cases(unittest.TestCase):
         self.assertEqual(reference.differences(reference.read(), tables), ["the order of the methods is another one"])
 
     def test_the_setters_are_those_of_the_code(self):
-        code = (support.ROOT / "plugin" / "class_tables.cpp").read_text(encoding="utf-8")
+        code = (support.ROOT / "userdefaults" / "class_tables.cpp").read_text(encoding="utf-8")
         functions = dict(re.findall(r'^    METHOD\("(\w+)\(.*", (\w+)\),$', code, flags=re.M))
         setters = dict(re.findall(r'^    PROPERTY\("(\w+)\(.*", \w+, (\w+)\),$', code, flags=re.M))
         self.assertEqual(len(setters), 10)
@@ -96,7 +98,7 @@ class Cases(unittest.TestCase):
                           if "Setter" in member.facts}, setters)
 
     def test_messages_of_exceptions_are_those_of_the_code(self):
-        code = "".join(path.read_text(encoding="utf-8") for folder in ("plugin", "bridge", "userdefaults")
+        code = "".join(path.read_text(encoding="utf-8") for folder in ("hostapi", "bridge", "userdefaults", "plugin")
                        for path in sorted((support.ROOT / folder).rglob("*.[cm][pm]*")))
         raised = set(re.findall(r'RaiseException\(\s*"\w+",\s*"([^"]+)"', code))
         raised |= set(re.findall(r'snprintf\([^;]*?"(Failed[^"]+)"', code))
@@ -113,11 +115,14 @@ class Cases(unittest.TestCase):
     def test_what_a_section_must_say(self):
         self.assertEqual([member.page for member in reference.parse(a_member())], ["someForKey"])
         for text, complaint in (
-            (a_member(result="nil"), "it does not say what a missing key gives"),
+            (a_member(result="| a text | it | plug-in |"), "it does not say what a missing key gives"),
+            (a_member(result="| no value | nil | surely |"), r"it does not say how this is known: \| no value"),
+            (a_member(result="| no value | nil |"), "it does not say how this is known"),
+            (a_member().replace(" Known |\n|---", "\n|"), "its table lacks the column"),
             (a_member(summary="Gives it. And more."), "in one sentence"),
             (a_member(declaration="someForKey(name as string) as string"), r"its parameters are \['name'\]"),
             (a_member(declaration="someForKey(key as string) as"), "is no declaration"),
-            (a_member().replace("### Result\n\n| no value | nil |\n", ""), "it does not say what it gives"),
+            (a_member().replace("### Result\n", ""), "it does not say what it gives"),
             (a_member().replace("### Nil and empty\n\nNothing.\n", ""), "what nil and empty give"),
             (a_member().replace("NSExceptionKTZ", "Other"), "NSExceptionKTZ belongs to members that ask Cocoa"),
             (a_member().replace("Subject: Objects", "Subject: Things"), "its subject is no chapter"),
@@ -138,7 +143,36 @@ class Cases(unittest.TestCase):
         example = next(member.example for member in reference.read() if member.page == "objectIsForcedForKey")
         (path, content), = example.files.items()
         show = ["sh", "-c", 'cat "$1/$0" "$2"; exit 3', path]
-        self.assertEqual(reference.run_example(example, show), (content + example.code, "", 3))
+        (code, _), = example.programs
+        self.assertEqual(reference.run_example(example, show), ([content + code], "", 3))
+
+    def test_the_programs_of_an_example_run_one_after_the_other_on_one_database(self):
+        text = a_member().replace("```text\nvalue\n```\n", "```text\nvalue\n```\n\n"
+                                  "```xojo\nPrint second\n```\n\n```text\nthe second\n```\n")
+        example = reference.parse(text)[0].example
+        self.assertEqual(example.programs, [('Print d.someForKey("key")\n', "value\n"), ("Print second\n", "the second\n")])
+        count = ["sh", "-c", 'mkdir -p "$0"; cat "$1" >> "$0/seen"; cat "$0/seen"']
+        self.assertEqual(reference.run_example(example, count),
+                         (['Print d.someForKey("key")\n', 'Print d.someForKey("key")\nPrint second\n'], "", 0))
+        self.assertEqual(reference.run_example(example, ["sh", "-c", "exit 3"]), ([""], "", 3))
+
+    def test_a_mistake_in_a_section_leaves_the_names_of_the_pages(self):
+        text = a_member(summary="Gives it. And more.") + a_member("someForKey(key as string, other as string)")
+        with self.assertRaises(reference.Mistake):
+            reference.parse(text)
+        self.assertEqual(reference.page_names(text), ["someForKey", "someForKey-other"])
+        self.assertEqual(reference.page_names(reference.SOURCE.read_text(encoding="utf-8")),
+                         [member.page for member in reference.read()])
+
+    def test_every_row_about_values_says_how_it_is_known(self):
+        for path in ("docs/conversions.md", "docs/reference/conversions.md", "docs/reference/errors.md",
+                     "docs/reference/systems.md"):
+            text = (support.ROOT / path).read_text(encoding="utf-8")
+            self.assertGreater(len(reference.MARKED.findall(text)), 1, path)
+            self.assertEqual(reference.unmarked_rows(text), [], path)
+        for mark in reference.MARKS:
+            explained = (support.ROOT / "docs/reference/conversions.md").read_text(encoding="utf-8")
+            self.assertIn(f"\n| {mark} | ", explained)
 
     def test_an_example_that_prints_something_else_fails(self):
         for command, status in ((["sh", "-c", "printf 'Runs: 0\\nRuns: 1\\nAs a text: 12\\n'"], 0),

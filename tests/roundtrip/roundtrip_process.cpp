@@ -2,7 +2,7 @@
 //
 // One host program of the two between which values travel. The writer stores COUNT random trees under keys of their
 // numbers; the reader makes the same trees from the same seed and compares them with what it finds. Each prints how
-// many it stored or found; the status is 1 when anything is not as the tables of docs/conversions.md say.
+// many it stored or found; the status is 1 when anything is not as the tables of docs/reference/conversions.md say.
 #include "host/host.h"
 #include "tests/roundtrip/tree.h"
 #include "tests/support/plugin_under_test.h"

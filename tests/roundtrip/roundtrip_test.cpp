@@ -1,5 +1,5 @@
 // Random values of every kind that a property list can hold go from a host program through Cocoa to disk, and from
-// there to another host program, and come back as docs/conversions.md says.
+// there to another host program, and come back as docs/reference/conversions.md says.
 #include "tests/roundtrip/tree.h"
 
 #include <cstdio>

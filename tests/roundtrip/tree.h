@@ -1,5 +1,5 @@
-// Random values of the host language, and what the tables of docs/conversions.md say they have become when another
-// process reads them back from disk.
+// Random values of the host language, and what the tables of docs/reference/conversions.md say they have become when
+// another process reads them back from disk.
 #pragma once
 
 #include "host/value.h"

@@ -1,7 +1,7 @@
 """pages.py FOLDER: writes the pages of the reference in Markdown into FOLDER, which is emptied first.
 
 The members come from userdefaults/reference.md, the other pages from docs/reference, and what stands elsewhere in the
-project (conversions, the language of the examples, the changelog, the examples) is taken from there.
+project (the language of the examples, the changelog, the examples) is taken from there.
 """
 import pathlib
 import posixpath
@@ -17,14 +17,13 @@ WRITTEN = ROOT / "docs" / "reference"
 
 # Pages that are kept elsewhere in the project, for developers, too.
 TAKEN = {
-    "conversions.md": "docs/conversions.md",
     "script.md": "docs/script.md",
     "changelog.md": "CHANGELOG.md",
     "install.md": "tools/package/INSTALL.md",
 }
 
-CONTENTS = ["tasks.md", "members/index.md", "examples/index.md", "conversions.md", "errors.md", "systems.md", "script.md",
-            "install.md", "changelog.md"]
+CONTENTS = ["tasks.md", "members/index.md", "examples/index.md", "conversions.md", "search-list.md", "errors.md",
+            "systems.md", "script.md", "install.md", "changelog.md"]
 
 
 def version():
@@ -66,6 +65,11 @@ def only_known_links(text, source, known):
     return re.sub(r"(?<!!)\[([^\]]+)\]\(([^)\s]+)\)", target, text)
 
 
+def link_marks(text, folder=""):
+    """The head of a column of marks leads to what they mean."""
+    return text.replace(" | Known |\n|", f" | [Known]({folder}conversions.md#how-it-is-known) |\n|")
+
+
 def systems_of(member):
     systems = member.facts.get("Systems", "All, from Mac OS X 10.4 on.")
     return ("## Hosts and systems\n\n- Hosts: all, from 2009 to 2014.x.\n"
@@ -99,8 +103,11 @@ def example_section(example):
     parts = ["## Example\n"]
     for path, content in example.files.items():
         parts.append(f"With this file of the administrator, `{path}`:\n\n```xml\n{content}```\n")
-    parts.append(f"```xojo\n{example.code}```\n")
-    parts.append(f"Prints:\n\n```text\n{example.output}```\n")
+    for step, (code, output) in enumerate(example.programs, 1):
+        if len(example.programs) > 1:
+            parts.append(f"Run {step}:\n")
+        parts.append(f"```xojo\n{code}```\n")
+        parts.append(f"Prints:\n\n```text\n{output}```\n")
     return "\n".join(parts)
 
 
@@ -140,7 +147,7 @@ def examples_index(all_examples):
 
 def all_pages():
     members = reference.read()
-    pages = {f"members/{member.page}.md": member_page(member) for member in members}
+    pages = {f"members/{member.page}.md": link_marks(member_page(member), "../") for member in members}
     pages["members/index.md"] = members_index(members)
     programs = examples.read()
     pages.update({f"examples/{example.name}.md": example_page(example) for example in programs})
@@ -149,7 +156,7 @@ def all_pages():
     known = {source: page for page, source in TAKEN.items()}
     for file in sorted(WRITTEN.glob("*.md")):
         text = file.read_text(encoding="utf-8").replace("{{version}}", version())
-        pages[file.name] = member_links(text, names, "members/")
+        pages[file.name] = link_marks(member_links(text, names, "members/"))
     for page, source in TAKEN.items():
         pages[page] = only_known_links((ROOT / source).read_text(encoding="utf-8"), source, known)
     pages["index.md"] += "\n" + toctree([page.removesuffix(".md") for page in CONTENTS])

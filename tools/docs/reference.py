@@ -29,7 +29,11 @@ SECTIONS = ["Parameters", "Result", "Nil and empty", "Exceptions", "Example"]
 # name(parameters) as result; an array has "()" behind its name or its type.
 DECLARATION = re.compile(r"(?P<name>\w+)(?:\((?P<parameters>(?:[^()]|\(\))+)\))?(?: as (?P<result>\w+(?:\(\))?))?")
 
-OTHER_PAGES = {"conversions": "../conversions.md"}
+OTHER_PAGES = {name: f"../{name}.md" for name in ("conversions", "errors", "search-list")}
+
+# How a row of a table is known, in its last column; docs/reference/conversions.md explains the marks.
+MARKS = ["plug-in", "measured", "documented", "believed"]
+MARKED = re.compile(r"^\|.*\| Known \|\n\|[-|]+\|\n((?:\|.*\n?)*)", flags=re.M)
 
 
 class Mistake(Exception):
@@ -38,8 +42,7 @@ class Mistake(Exception):
 
 @dataclasses.dataclass
 class Example:
-    code: str
-    output: str
+    programs: list  # of (code, what it prints): one, or several that run one after the other on the same database
     files: dict  # path within the defaults folder: content
     source: str  # as it stands in the reference
 
@@ -155,20 +158,31 @@ def check_sections(member):
     need(not member.parameters or "Nil and empty" in member.sections, "it does not say what nil and empty give")
     if member.name.endswith("ForKey") and member.name != "objectIsForcedForKey" and member.result:
         need("| no value | " in member.sections["Result"], "it does not say what a missing key gives")
+    for row in unmarked_rows("\n".join(member.sections.values())):
+        need(False, f"it does not say how this is known: {row}")
+    need("| Under the key | Result |\n" not in member.sections.get("Result", ""), "its table lacks the column \"Known\"")
     raises = "NSExceptionKTZ" in member.sections["Exceptions"]
     need(raises == (member.facts.get("Guarded") != "no"), "NSExceptionKTZ belongs to members that ask Cocoa, and only there")
+
+
+def unmarked_rows(text):
+    """The rows of tables with the column "Known" that have none of its marks."""
+    return [row for table in MARKED.findall(text) for row in table.splitlines()
+            if row.rstrip("| ").rpartition("| ")[2] not in MARKS]
 
 
 def example_of(member):
     blocks = re.findall(r"^```(\w+) ?(.*)\n((?:.*\n)*?)```$", member.sections.get("Example", ""), flags=re.M)
     files = {path: content for kind, path, content in blocks if kind == "xml"}
-    code = [content for kind, _, content in blocks if kind == "xojo"]
-    output = [content for kind, _, content in blocks if kind == "text"]
-    if len(code) != 1 or len(output) != 1:
+    steps = [(kind, content) for kind, _, content in blocks if kind != "xml"]
+    if not steps or [kind for kind, _ in steps] != ["xojo", "text"] * (len(steps) // 2):
         raise Mistake(f"{member.line}: {member.name}: it needs one example and what that prints")
-    if not re.search(rf"\b{re.escape(member.name)}\b|\bNew NSUserDefaultsKTZ\b|As NSExceptionKTZ", code[0]):
+    contents = [content for _, content in steps]
+    programs = list(zip(contents[::2], contents[1::2]))
+    if not any(re.search(rf"\b{re.escape(member.name)}\b|\bNew NSUserDefaultsKTZ\b|As NSExceptionKTZ", code)
+               for code, _ in programs):
         raise Mistake(f"{member.line}: {member.name}: its example does not use it")
-    return Example(code[0], output[0], files, member.sections.pop("Example"))
+    return Example(programs, files, member.sections.pop("Example"))
 
 
 def name_pages(members):
@@ -179,13 +193,21 @@ def name_pages(members):
         seen.add(member.page)
 
 
+def page_names(text):
+    """The pages by the headings alone, which stand even while there is a mistake in a section."""
+    members = [Member(line[3:], False, 0) for line in text.splitlines()
+               if line.startswith("## ") and DECLARATION.fullmatch(line[3:])]
+    name_pages(members)
+    return [member.page for member in members]
+
+
 def link(member, members):
     pages = {other.page: other.title for other in members}
 
     def target(found):
         name = found.group(1)
         if name in OTHER_PAGES:
-            return f"[{name}]({OTHER_PAGES[name]})"
+            return f"[{name.replace('-', ' ')}]({OTHER_PAGES[name]})"
         if name not in pages:
             raise Mistake(f"{member.line}: {member.name}: there is no page called \"{name}\"")
         return f"[{pages[name]}]({name}.md)"
@@ -222,7 +244,8 @@ def differences(members, tables):
 
 
 def run_example(example, command):
-    """What the example prints in a fresh defaults folder that holds its files, and its exit status."""
+    """What each program of the example prints, in a fresh defaults folder that holds its files, until one fails; the
+    errors of the last one that ran, and its exit status."""
     with tempfile.TemporaryDirectory() as folder:
         folder = pathlib.Path(folder)
         for path, content in example.files.items():
@@ -230,15 +253,20 @@ def run_example(example, command):
             file.parent.mkdir(parents=True, exist_ok=True)
             file.write_text(content, encoding="utf-8")
         program = folder / "example.xojo"
-        program.write_text(example.code, encoding="utf-8")
-        ended = subprocess.run([*command, str(folder / "defaults"), str(program)], stdin=subprocess.DEVNULL,
-                               stdout=subprocess.PIPE, stderr=subprocess.PIPE, encoding="utf-8")
-        return ended.stdout, ended.stderr, ended.returncode
+        outputs = []
+        for code, _ in example.programs:
+            program.write_text(code, encoding="utf-8")
+            ended = subprocess.run([*command, str(folder / "defaults"), str(program)], stdin=subprocess.DEVNULL,
+                                   stdout=subprocess.PIPE, stderr=subprocess.PIPE, encoding="utf-8")
+            outputs.append(ended.stdout)
+            if ended.returncode:
+                break
+        return outputs, ended.stderr, ended.returncode
 
 
 def main(arguments):
     if arguments[:1] == ["names"] and len(arguments) == 1:
-        print("\n".join(member.page for member in read()))
+        print("\n".join(page_names(SOURCE.read_text(encoding="utf-8"))))
         return 0
     if arguments[:1] == ["check"] and len(arguments) == 2:
         found = differences(read(), json.loads(pathlib.Path(arguments[1]).read_text(encoding="utf-8")))
@@ -247,9 +275,10 @@ def main(arguments):
         return 1 if found else 0
     if arguments[:1] == ["run"] and arguments[2:3] == ["--"] and len(arguments) > 3:
         example = next(member.example for member in read() if member.page == arguments[1])
-        output, errors, status = run_example(example, arguments[3:])
+        outputs, errors, status = run_example(example, arguments[3:])
         sys.stderr.write(errors)
-        lines = difflib.unified_diff(example.output.splitlines(), output.splitlines(), "the page", "the program",
+        written = "".join(output for _, output in example.programs)
+        lines = difflib.unified_diff(written.splitlines(), "".join(outputs).splitlines(), "the page", "the program",
                                      lineterm="")
         shown = "\n".join(lines)
         if shown:
