@@ -75,7 +75,7 @@ Type Checker::resolve(const WrittenType &written)
         for (const char *name :
              {"Boolean", "Color", "Currency", "Double", "Int64", "Integer", "Single", "String", "Variant"})
             known.push_back(name);
-        fail(written.name.place, "there is no type \"" + type.name + "\"" + suggestion(type.name, known));
+        fail(written.name.place, "there is no type \"" + type.name + "\"" + suggestedClass(type.name, known));
     }
     bool hasElements = type.passing == host::Passing::Object || type.passing == host::Passing::Variant ||
                        host::runtime::elementTypeOf(type) != host::ElementType::Object;
@@ -114,7 +114,7 @@ void Checker::declareClasses(Program &program)
                 fail(definition.name.place, "the host has a class \"" + definition.name.text + "\" already");
             std::string super = definition.superName ? definition.superName->text : "";
             if (!super.empty() && !isClass(super))
-                fail(definition.superName->place, "there is no class \"" + super + "\"");
+                fail(definition.superName->place, "there is no class \"" + super + "\"" + suggestedClass(super));
             definition.super = definitionOf(super);
             _symbols.classes[definition.name.text] = &definition;
             defineScriptClass(definition);

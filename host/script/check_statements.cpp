@@ -5,6 +5,7 @@
 #include "host/runtime/arrays.h"
 #include "host/script/builtins.h"
 #include "host/script/checker.h"
+#include "host/script/host_members.h"
 #include "host/script/objects.h"
 #include "host/script/tokens.h"
 
@@ -195,7 +196,7 @@ void Checker::visit(Return &leave, const Place &place)
 void Checker::needExceptionClass(const Named &name)
 {
     if (!isClass(name.text))
-        fail(name.place, "there is no class \"" + name.text + "\"");
+        fail(name.place, "there is no class \"" + name.text + "\"" + suggestedClass(name.text));
     if (!fit(classType("RuntimeException"), classType(name.text)))
         fail(name.place, "\"" + name.text + "\" is no class of exceptions");
 }

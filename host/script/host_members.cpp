@@ -119,4 +119,13 @@ std::string suggestion(const std::string &name, const std::vector<std::string> &
     return closest.empty() ? "" : "; did you mean \"" + closest + "\"?";
 }
 
+std::string suggestedClass(const std::string &name, const std::vector<std::string> &known)
+{
+    const std::string hint = suggestion(name, known);
+    const size_t front = name.size() - std::min<size_t>(name.size(), 3);
+    if (hint.empty() && lowercase(name.substr(front)) == "ktz")
+        return "; it belongs to a library of the plug-in's family that is not loaded";
+    return hint;
+}
+
 } // namespace script

@@ -25,4 +25,8 @@ std::vector<std::string> classNames();
 // "; did you mean "x"?", or nothing when no known name is close.
 std::string suggestion(const std::string &name, const std::vector<std::string> &known);
 
+// The same for the name of a class or type; of one that is named as the plug-in's family names its own, where it
+// belongs.
+std::string suggestedClass(const std::string &name, const std::vector<std::string> &known = classNames());
+
 } // namespace script

@@ -19,7 +19,7 @@ DATE = (1980, 1, 1, 0, 0, 0)  # the first one that an archive can hold
 MODE = 0o100644
 
 # What a user wants of the project's own README; how to build and test it is no part of that.
-README_SECTIONS = ["In a program", "Where it runs", "What it does not do"]
+README_SECTIONS = ["In a program", "Where it runs", "Exceptions and the family", "What it does not do"]
 
 # What runs the examples here is no part of the archive.
 FOR_DEVELOPERS = {"examples/README.md", "examples/run.sh"}

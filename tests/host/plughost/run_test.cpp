@@ -35,6 +35,18 @@ TEST(Run, AddsTheSuitesAndRegisteredDefaultsOfTheCommandLine)
     EXPECT_EQ(printed({"run", file, "--register", temporaryFile("defaults.json", "{\"Columns\": \"80\"}")}), "80");
 }
 
+TEST(Run, SaysOfAClassOfTheFamilyThatItsLibraryIsNotLoaded)
+{
+    std::string file = temporaryFile("catch.xojo_script", "Try\nCatch e As NSExceptionKTZ\nEnd Try\n");
+    EXPECT_EQ(plughost({"run", file}).status, 0);
+    EXPECT_EQ(
+        plughost({"run", file, "--no-family"}).errors,
+        file + ":2:12: there is no class \"NSExceptionKTZ\"; it belongs to a library of the plug-in's family that is "
+               "not loaded\nCatch e As NSExceptionKTZ\n           ^~~~~~~~~~~~~~\n");
+    file = temporaryFile("dim.xojo_script", "Dim e As NSExceptionKTZ\n");
+    EXPECT_NE(plughost({"run", file, "--no-family"}).errors.find("is not loaded"), std::string::npos);
+}
+
 TEST(Run, EndsWithStatusOneWhenItCannotGoOn)
 {
     for (const std::string &text : {std::string("Print 5"), std::string("Assert(1 = 2)"), std::string("If"),

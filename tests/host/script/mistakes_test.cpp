@@ -128,7 +128,7 @@ TEST_F(Mistakes, InNames)
             {"Print any.Append", 11, 6,
              "a Variant has no member \"Append\"; assign it to a variable of its class first"},
             {"dic = New Dictionry", 11, 9, "there is no class \"Dictionry\"; did you mean \"Dictionary\"?"},
-            {"Print Str(dic IsA Dictionry)", 19, 9, "there is no class \"Dictionry\""},
+            {"Print Str(dic IsA Dictionry)", 19, 9, "there is no class \"Dictionry\"; did you mean \"Dictionary\"?"},
             {"Print Dictionary", 7, 10, "\"Dictionary\" is a class; New makes an object of it"},
             {"kMost = 6", 1, 5, "\"kMost\" is a constant"},
             {"dic.Count = 1", 5, 5, "\"Count\" of Dictionary can only be read"},
