@@ -32,8 +32,8 @@ static std::string absoluteFolder(const std::string &path)
     std::error_code error;
     fs::create_directories(path, error);
     fs::path folder = error ? fs::path() : fs::canonical(path, error);
-    if (error || access(folder.c_str(), W_OK) != 0)
-        throw UsageError("--defaults-dir: \"" + path + "\" is no folder that can be written to");
+    if (error || !fs::is_directory(folder, error) || access(folder.c_str(), R_OK | X_OK) != 0)
+        throw UsageError("--defaults-dir: \"" + path + "\" is no folder that can be read");
     if (folder.string().find_first_of("\"\\\n") != std::string::npos)
         throw UsageError("--defaults-dir: Foundation's configuration cannot name \"" + path + "\"");
     return folder;

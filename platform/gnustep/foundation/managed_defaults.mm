@@ -3,7 +3,7 @@
 // found in front of every other domain of the search list, is part of the dictionary representation, and stays whatever
 // is set.
 
-#include "platform/gnustep/foundation/property_lists.h"
+#include "platform/gnustep/foundation/domain_files.h"
 #include "platform/gnustep/foundation/replacement.h"
 
 #import <Foundation/Foundation.h>
@@ -35,25 +35,13 @@ std::recursive_mutex lock;
 std::vector<Folder> &folders = *new std::vector<Folder>; // used until the very end of the process
 bool reading;
 
-NSDictionary *readDomain(NSString *path)
-{
-    NSData *data = [NSData dataWithContentsOfFile:path];
-    id domain = data ? platform::propertyListFromBinary(data) : nil;
-    if (data && !domain)
-        domain = [NSPropertyListSerialization propertyListWithData:data
-                                                           options:NSPropertyListImmutable
-                                                            format:nullptr
-                                                             error:nullptr];
-    return [domain isKindOfClass:[NSDictionary class]] ? domain : nil;
-}
-
 NSDictionary *readDomains(NSString *path)
 {
     NSMutableDictionary *domains = [[NSMutableDictionary alloc] init];
     NSString *managed = [path stringByAppendingPathComponent:@"Managed Preferences"];
     for (NSString *name in [[NSFileManager defaultManager] directoryContentsAtPath:managed]) {
         NSDictionary *domain = [[name pathExtension] isEqualToString:@"plist"]
-                                   ? readDomain([managed stringByAppendingPathComponent:name])
+                                   ? platform::readDomainFile([managed stringByAppendingPathComponent:name])
                                    : nil;
         if (domain)
             [domains setObject:domain forKey:[name stringByDeletingPathExtension]];
