@@ -113,16 +113,13 @@ TEST_P(ClassTables, SharedMethodsAreWordForWordAndInOrder)
 
 TEST_P(ClassTables, AnAssignableGetterCarriesTheVeryFunctionOfItsSetter)
 {
-    int assignable = 0;
     for (size_t i = 0; i < std::size(kMethods); i++) {
         if (!kMethods[i].setter)
             continue;
-        assignable++;
         const host::MethodDescription *setter = host.findMethod(kClass, kMethods[i].setter);
         ASSERT_NE(setter, nullptr) << kMethods[i].setter;
         EXPECT_EQ(classOfPlugin().methods[i].setter, setter->function) << kMethods[i].declaration;
     }
-    EXPECT_EQ(assignable, 10);
 }
 
 TEST_P(ClassTables, EveryMethodHasAFunctionOfItsOwn)
@@ -132,7 +129,7 @@ TEST_P(ClassTables, EveryMethodHasAFunctionOfItsOwn)
         functions.insert(method.function);
     for (const host::MethodDescription &method : classOfPlugin().sharedMethods)
         functions.insert(method.function);
-    EXPECT_EQ(functions.size(), 49u);
+    EXPECT_EQ(functions.size(), std::size(kMethods) + std::size(kSharedMethods));
 }
 
 TEST_P(ClassTables, RecordIsOfTheHostsVersion)
@@ -161,8 +158,8 @@ TEST_P(ClassTables, HasNoMembersOfOtherKinds)
                           r.sharedPropertyCount, r.delegateCount, r.enumCount})
         EXPECT_EQ(count, 0);
     EXPECT_EQ(r.interfaces, nullptr);
-    EXPECT_EQ(r.methodCount, 43);
-    EXPECT_EQ(r.sharedMethodCount, 6);
+    EXPECT_EQ(r.methodCount, int32_t(std::size(kMethods)));
+    EXPECT_EQ(r.sharedMethodCount, int32_t(std::size(kSharedMethods)));
     EXPECT_EQ(r.mFlags, 4);
 }
 
@@ -170,16 +167,19 @@ TEST_P(ClassTables, NoMethodHasAttributes)
 {
     if (GetParam().recordVersion == 9) { // four words a record: the next one begins where attributes would be
         auto methods = static_cast<const host::interface::MethodRecord9 *>(record().methods);
-        EXPECT_STREQ(methods[42].declaration, kMethods[42].declaration);
+        EXPECT_STREQ(methods[std::size(kMethods) - 1].declaration, std::end(kMethods)[-1].declaration);
         return;
     }
     auto methods = static_cast<const host::interface::MethodRecord *>(record().methods);
     auto shared = static_cast<const host::interface::MethodRecord *>(record().sharedMethods);
-    for (int i = 0; i < 43 + 6; i++) {
-        const host::interface::MethodRecord &method = i < 43 ? methods[i] : shared[i - 43];
-        EXPECT_EQ(method.attributeCount, 0) << method.declaration;
-        EXPECT_EQ(method.attributes, nullptr) << method.declaration;
-    }
+    auto expectNone = [](const host::interface::MethodRecord *table, size_t count) {
+        for (auto *method = table; method != table + count; method++) {
+            EXPECT_EQ(method->attributeCount, 0) << method->declaration;
+            EXPECT_EQ(method->attributes, nullptr) << method->declaration;
+        }
+    };
+    expectNone(methods, std::size(kMethods));
+    expectNone(shared, std::size(kSharedMethods));
 }
 
 TEST_P(ClassTables, ExceptionMethodGivesNil)
