@@ -84,9 +84,8 @@ endif()
 function(add_macos_plugin target output optimization)
   # The name by which an application would find the plug-in beside its own program; 10.4 knows no @rpath.
   add_macos_library("${output}" OPTIMIZATION ${optimization} SOURCES ${product_sources}
-    LINK -strip -export _REALPluginMain
-      -install_name @executable_path/../Frameworks/NSUserDefaults.dylib
-      -current_version ${PROJECT_VERSION} -compatibility_version 1.0.0)
+    LINK -export _REALPluginMain -current_version ${PROJECT_VERSION}
+      -install_name @executable_path/../Frameworks/NSUserDefaults.dylib)
   file(RELATIVE_PATH name "${PROJECT_SOURCE_DIR}/build" "${output}")
   set(checked "${PROJECT_BINARY_DIR}/macos-objects/${name}/checked")
   add_custom_command(OUTPUT "${checked}"

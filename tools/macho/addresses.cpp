@@ -12,11 +12,13 @@ uint32_t Addresses::ofOwnCopy(const Place &place, const std::string &where) cons
     const Section &section = objects[place.object].sections[place.section];
     if (section.isIndirection())
         return ofEntry(place, where);
-    auto start = layout.addressOf(place.object, place.section);
-    if (!start)
+    auto address = layout.addressOf(place);
+    if (!address)
         fail(where, ": a reference into section ", printable(section.segment), ",", printable(section.name), " of ",
-             printable(objects[place.object].name), ", no part of which is in the library");
-    return *start + (place.address - section.address);
+             printable(objects[place.object].name),
+             layout.hasPartOf(place.object, place.section) ? ", in the middle of a definition that is not used"
+                                                           : ", no part of which is in the library");
+    return *address;
 }
 
 uint32_t Addresses::of(const Target &target, const std::string &where) const

@@ -5,17 +5,9 @@
 
 namespace macho {
 
-namespace {
+using namespace format;
 
-// How a record writes an address: the low four bits say as what, the next three relative to what.
-enum PointerEncoding : uint8_t {
-    DW_EH_PE_absptr = 0x00,
-    DW_EH_PE_udata4 = 0x03,
-    DW_EH_PE_sdata4 = 0x0b,
-    DW_EH_PE_pcrel = 0x10,
-    DW_EH_PE_indirect = 0x80,
-    DW_EH_PE_omit = 0xff,
-};
+namespace {
 
 // The part that the records of several functions share.
 struct CommonRecord {
@@ -55,10 +47,9 @@ CallFrameTable Parser::parse()
     // Differences inside the table are settled already; an address from elsewhere would have to be written by the
     // loader.
     for (const Relocation &relocation : section.relocations)
-        if (relocation.type == format::GENERIC_RELOC_VANILLA)
+        if (relocation.type == GENERIC_RELOC_VANILLA)
             refuse(relocation.offset, "a text relocation would be needed");
-    while (table.size < bytes.size()) {
-        uint32_t record = table.size;
+    for (uint32_t record = 0; record < bytes.size();) {
         uint32_t length = bytes.u32(record, what);
         if (length == 0)
             break;
@@ -66,15 +57,16 @@ CallFrameTable Parser::parse()
         if (length < 4 || end > bytes.size())
             refuse(record, "damaged: it has the impossible length " + std::to_string(length));
         uint32_t toCommon = bytes.u32(record + 4, what);
+        table.records.push_back({record, 4 + length, toCommon == 0 ? record : record + 4 - toCommon});
         if (toCommon == 0) {
             parseCommon(record, end);
         } else {
-            auto common = commonRecords.find(record + 4 - toCommon);
+            auto common = commonRecords.find(table.records.back().common);
             if (common == commonRecords.end())
                 refuse(record, "damaged: the record that it continues does not exist");
             parseFunction(record, end, common->second);
         }
-        table.size = static_cast<uint32_t>(end);
+        record = static_cast<uint32_t>(end);
     }
     return std::move(table);
 }
@@ -121,7 +113,7 @@ void Parser::parseCommon(uint32_t record, uint64_t end)
 void Parser::parseFunction(uint32_t record, uint64_t end, const CommonRecord &common)
 {
     uint64_t at = record + 8;
-    addPointer(record, at, common.functionEncoding, CallFramePointer::Code);
+    addPointer(record, at, common.functionEncoding, CallFramePointer::Function);
     at += 8; // the function's address and its length
     if (common.hasAugmentationData) {
         uint32_t length = bytes.uleb(at, what);
@@ -129,7 +121,7 @@ void Parser::parseFunction(uint32_t record, uint64_t end, const CommonRecord &co
             if (length < 4)
                 refuse(record, "damaged: it has no room for its handler table");
             if (bytes.u32(at, what) != 0) // null: this function has no handlers
-                addPointer(record, at, common.handlerTableEncoding, CallFramePointer::Code);
+                addPointer(record, at, common.handlerTableEncoding, CallFramePointer::HandlerTable);
         }
         at += length;
     }
@@ -141,11 +133,11 @@ void Parser::addPointer(uint32_t record, uint64_t offset, uint8_t encoding, Call
 {
     uint8_t form = encoding & 0x0f, base = encoding & 0x70;
     bool fourBytes = form == DW_EH_PE_absptr || form == DW_EH_PE_udata4 || form == DW_EH_PE_sdata4;
-    bool indirectCode = kind == CallFramePointer::Code && (encoding & DW_EH_PE_indirect);
+    bool indirectCode = kind != CallFramePointer::Handler && (encoding & DW_EH_PE_indirect);
     if (!fourBytes || base != DW_EH_PE_pcrel || indirectCode)
         refuse(record, "pointer encoding " + hex(encoding) + " is not supported");
     auto place = static_cast<uint32_t>(offset);
-    table.pointers.push_back({kind, place, section.address + place + bytes.u32(offset, what)});
+    table.records.back().pointers.push_back({kind, place, section.address + place + bytes.u32(offset, what)});
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <vector>
 
 #include "tools/macho/object_file.h"
@@ -12,19 +13,28 @@ namespace macho {
 
 struct CallFramePointer {
     enum Kind {
-        Code,    // the function that a record describes, or its table of handlers: these stay with their own copy
-        Handler, // the routine that decides about exceptions, or the pointer to it
+        Function,     // that the record describes
+        HandlerTable, // of that function
+        Handler,      // the routine that decides about exceptions, or the pointer to it
     } kind;
     uint32_t offset; // of four bytes in the section that hold target minus their own address
     uint32_t target; // an address of the object
 };
 
-struct CallFrameTable {
-    // The records' bytes. A terminator, and whatever follows it, is left out: in the middle of the finished table it
-    // would hide the records of the objects behind it.
-    uint32_t size = 0;
-    std::vector<CallFramePointer> pointers;
+struct CallFrameRecord {
+    uint32_t start, size; // in the section
+    uint32_t common;      // where the record starts that this one continues; its own start if it continues none
+    std::vector<CallFramePointer> pointers = {};
 };
+
+struct CallFrameTable {
+    // A terminator, and whatever follows it, is left out: in the middle of the finished table it would hide the records
+    // of the objects behind it.
+    std::vector<CallFrameRecord> records;
+};
+
+// By object and section number: the table of each object that has one.
+using CallFrameTables = std::map<std::pair<uint32_t, uint32_t>, CallFrameTable>;
 
 // Raises a Failure for a record that cannot be followed.
 CallFrameTable parseCallFrames(const ObjectFile &object, const Section &section);

@@ -1,6 +1,7 @@
 // check_dylib: is a finished library what macOS, from the first supported system on, can load and use safely?
 #include <algorithm>
 #include <cstdio>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -17,7 +18,8 @@ const char usage[] =
     "check_dylib -symbols TABLE -export NAME [-llvm-suffix SUFFIX] LIBRARY\n"
     "\n"
     "Checks an i386 macOS library: its kind and load commands, its one export, its imports against the\n"
-    "table, that no code is changed when it is loaded, that both forms of fix-ups agree, and that\n"
+    "table, that no code is changed when it is loaded, that both forms of fix-ups agree, what other\n"
+    "tools and early loaders want of its versions, room, literals, relocations and symbols, and that\n"
     "llvm-objdump, -readobj, -nm and -otool (names with SUFFIX, default -14) read it without complaint.\n"
     "One line per check; status 1 if one fails.\n";
 
@@ -55,12 +57,18 @@ public:
 
 private:
     using Problem = std::string; // empty: the check holds
+    static constexpr uint32_t neededRoom = 1024;
     void report(const std::string &what, const Problem &problem);
     Problem kind() const;
     Problem loadCommands() const;
     Problem oneExport() const;
     Problem imports() const;
     Problem importedLibraries() const;
+    Problem versions() const;
+    Problem room() const;
+    Problem literalsOnce() const;
+    Problem wordsOnce() const;
+    Problem firstSymbol() const;
     Problem codeUnchanged() const;
     Problem formsAgree() const;
     Problem readBy(const std::string &command) const;
@@ -78,6 +86,11 @@ bool Checker::run()
     report("one export, " + arguments.exported, oneExport());
     report("imports are in the table, from the right libraries", imports());
     report("libraries as the table names them", importedLibraries());
+    report("no library claims to be compatible with more than it is", versions());
+    report("room for " + std::to_string(neededRoom) + " bytes of further load commands", room());
+    report("every literal and reference is there once", literalsOnce());
+    report("relocations are in order, and each is for a word of its own", wordsOnce());
+    report("no import is the first symbol, which an early loader misreads", firstSymbol());
     report("no code is changed when it is loaded", codeUnchanged());
     report("both forms of fix-ups give the same memory", formsAgree());
     for (const char *command : {"llvm-objdump @ --macho --private-headers --disassemble --rebase --bind --exports-trie",
@@ -100,7 +113,7 @@ void Checker::report(const std::string &what, const Problem &problem)
 
 Checker::Problem Checker::kind() const
 {
-    if (file.processor != cpuI386 || file.fileType != MH_DYLIB)
+    if (file.processor != CPU_TYPE_I386 || file.fileType != MH_DYLIB)
         return "processor " + std::to_string(file.processor) + ", file type " + std::to_string(file.fileType);
     constexpr uint32_t needed = MH_NOUNDEFS | MH_DYLDLINK | MH_TWOLEVEL;
     return (file.flags & needed) == needed ? "" : "flags " + hex(file.flags);
@@ -177,6 +190,68 @@ Checker::Problem Checker::importedLibraries() const
                    versionText(loaded.library.compatibilityVersion);
     }
     return "";
+}
+
+Checker::Problem Checker::versions() const
+{
+    Problem problem;
+    auto look = [&](const Library &library) {
+        if (library.compatibilityVersion > library.currentVersion)
+            problem = printable(library.installName) + " has version " + versionText(library.currentVersion) +
+                      " and compatibility version " + versionText(library.compatibilityVersion);
+    };
+    look(file.identity);
+    for (const DylibLibrary &loaded : file.libraries)
+        look(loaded.library);
+    return problem;
+}
+
+Checker::Problem Checker::room() const
+{
+    return file.commandRoom >= neededRoom ? "" : "there is room for " + std::to_string(file.commandRoom);
+}
+
+Checker::Problem Checker::literalsOnce() const
+{
+    for (const DylibSection &section : file.sections) {
+        uint32_t width = section.type() == S_4BYTE_LITERALS || section.type() == S_LITERAL_POINTERS ? 4
+                         : section.type() == S_8BYTE_LITERALS                                       ? 8
+                         : section.type() == S_16BYTE_LITERALS || section.name == "__cfstring"      ? 16
+                                                                                                    : 0;
+        if (width == 0 && section.type() != S_CSTRING_LITERALS)
+            continue;
+        ByteView bytes = file.contents(section);
+        std::set<std::string_view> known;
+        for (uint64_t offset = 0; offset < bytes.size();) {
+            std::string_view one = width == 0 ? bytes.text(offset, bytes.size(), "a literal")
+                                              : std::string_view(reinterpret_cast<const char *>(bytes.data()) + offset,
+                                                                 std::min<uint64_t>(width, bytes.size() - offset));
+            if (!known.insert(one).second)
+                return printable(section.name) + " repeats itself at " + hex(section.address + uint32_t(offset));
+            offset += width == 0 ? one.size() + 1 : width;
+        }
+    }
+    return "";
+}
+
+Checker::Problem Checker::wordsOnce() const
+{
+    std::vector<uint32_t> local = file.classic.rebases, external, all = local;
+    for (const DylibBind &bind : file.classic.binds) {
+        all.push_back(bind.address);
+        if (!bind.replaces) // of the relocations, not of a section of pointers
+            external.push_back(bind.address);
+    }
+    if (!std::is_sorted(local.begin(), local.end()) || !std::is_sorted(external.begin(), external.end()))
+        return "they are not in order";
+    std::sort(all.begin(), all.end());
+    auto twice = std::adjacent_find(all.begin(), all.end());
+    return twice == all.end() ? "" : "the word at " + hex(*twice) + " is changed twice";
+}
+
+Checker::Problem Checker::firstSymbol() const
+{
+    return std::count(file.indirectSymbols.begin(), file.indirectSymbols.end(), 0u) ? "one is" : "";
 }
 
 Checker::Problem Checker::codeUnchanged() const

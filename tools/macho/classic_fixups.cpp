@@ -9,14 +9,6 @@ namespace {
 constexpr uint32_t fourBytes = 2u << 25; // r_length
 constexpr uint32_t externalBit = 1u << 27;
 
-uint32_t wordAt(const Layout &layout, const Bytes &image, uint32_t address)
-{
-    for (const OutputSegment &segment : layout.segments)
-        if (segment.contains(address))
-            return load32(&image[segment.fileOffset + (address - segment.address)]);
-    return 0;
-}
-
 } // namespace
 
 ClassicFixups classicFixups(const Fixups &fixups, const Layout &layout, const Bytes &image, uint32_t firstImport)
@@ -26,7 +18,7 @@ ClassicFixups classicFixups(const Fixups &fixups, const Layout &layout, const By
     // must not be 0: that would declare the word absolute, and loaders would leave it alone.
     for (uint32_t address : fixups.rebases) {
         local.u32(address);
-        local.u32(layout.sectionNumberAt(wordAt(layout, image, address)) | fourBytes);
+        local.u32(layout.sectionNumberAt(load32(&image[layout.fileOffsetOf(address)])) | fourBytes);
     }
     for (const Bind &bind : fixups.binds) {
         external.u32(bind.address);

@@ -20,29 +20,83 @@ SegmentOffset segmentOffset(const Layout &layout, uint32_t address)
     return {number, address - layout.segments[number].address};
 }
 
-// Runs of neighbouring words take one operation each.
-Bytes rebaseCode(const std::vector<uint32_t> &rebases, const Layout &layout)
-{
+// Words at one distance from each other take one operation together. After each operation but the last of a segment,
+// the loader stands at the next word.
+class RebaseCode {
+public:
+    RebaseCode(const std::vector<uint32_t> &words, const Layout &layout) : words(words), layout(layout) {}
+    Bytes make();
+
+private:
+    void addSegment(size_t first, size_t end);
+    // How many words from `first` on, but for the last, have the same distance to the next as the first has.
+    size_t stepsFrom(size_t first, size_t end) const;
+    uint32_t distanceAt(size_t index) const { return words[index + 1] - words[index]; }
+    void operation(uint32_t opcode, std::initializer_list<uint32_t> operands);
+
+    const std::vector<uint32_t> &words;
+    const Layout &layout;
     ByteWriter code;
-    code.u8(REBASE_OPCODE_SET_TYPE_IMM | fixupTypePointer);
-    for (size_t first = 0, next; first < rebases.size(); first = next) {
-        auto [segment, offset] = segmentOffset(layout, rebases[first]);
-        next = first + 1;
-        while (next < rebases.size() && rebases[next] == rebases[next - 1] + pointerSize &&
-               layout.segments[segment].contains(rebases[next]))
-            next++;
-        auto count = static_cast<uint32_t>(next - first);
-        code.u8(REBASE_OPCODE_SET_SEGMENT_AND_OFFSET_ULEB | segment);
-        code.uleb(offset);
-        if (count <= immediateMask) {
-            code.u8(REBASE_OPCODE_DO_REBASE_IMM_TIMES | count);
+};
+
+Bytes RebaseCode::make()
+{
+    operation(REBASE_OPCODE_SET_TYPE_IMM | FIXUP_TYPE_POINTER, {});
+    for (size_t first = 0, end; first < words.size(); first = end) {
+        auto [segment, offset] = segmentOffset(layout, words[first]);
+        end = first + 1;
+        while (end < words.size() && layout.segments[segment].contains(words[end]))
+            end++;
+        operation(REBASE_OPCODE_SET_SEGMENT_AND_OFFSET_ULEB | segment, {offset});
+        addSegment(first, end);
+    }
+    operation(REBASE_OPCODE_DONE, {});
+    return std::move(code.bytes);
+}
+
+void RebaseCode::addSegment(size_t first, size_t end)
+{
+    while (first < end) {
+        size_t steps = stepsFrom(first, end);
+        auto count = static_cast<uint32_t>(steps);
+        uint32_t skipped = steps == 0 ? 0 : distanceAt(first) - pointerSize;
+        if (steps == 0 || skipped == 0) {
+            count++; // the last word of a run of neighbours belongs to it
+            if (count <= IMMEDIATE_MASK)
+                operation(REBASE_OPCODE_DO_REBASE_IMM_TIMES | count, {});
+            else
+                operation(REBASE_OPCODE_DO_REBASE_ULEB_TIMES, {count});
+            first += count;
+            if (first == end)
+                return;
+            uint32_t gap = words[first] - words[first - 1] - pointerSize;
+            if (gap % pointerSize == 0 && gap / pointerSize <= IMMEDIATE_MASK)
+                operation(REBASE_OPCODE_ADD_ADDR_IMM_SCALED | gap / pointerSize, {});
+            else
+                operation(REBASE_OPCODE_ADD_ADDR_ULEB, {gap});
         } else {
-            code.u8(REBASE_OPCODE_DO_REBASE_ULEB_TIMES);
-            code.uleb(count);
+            if (steps == 1)
+                operation(REBASE_OPCODE_DO_REBASE_ADD_ADDR_ULEB, {skipped});
+            else
+                operation(REBASE_OPCODE_DO_REBASE_ULEB_TIMES_SKIPPING_ULEB, {count, skipped});
+            first += steps;
         }
     }
-    code.u8(REBASE_OPCODE_DONE);
-    return std::move(code.bytes);
+}
+
+size_t RebaseCode::stepsFrom(size_t first, size_t end) const
+{
+    size_t next = first;
+    while (next + 1 < end && distanceAt(next) == distanceAt(first))
+        next++;
+    return next - first;
+}
+
+void RebaseCode::operation(uint32_t opcode, std::initializer_list<uint32_t> operands)
+{
+    code.u8(opcode);
+    for (uint32_t operand : operands)
+        code.uleb(operand);
 }
 
 Bytes bindCode(std::vector<Bind> binds, const Layout &layout, const std::vector<Import> &imports,
@@ -52,20 +106,20 @@ Bytes bindCode(std::vector<Bind> binds, const Layout &layout, const std::vector<
         return std::tie(left.import, left.address) < std::tie(right.import, right.address);
     });
     ByteWriter code;
-    code.u8(BIND_OPCODE_SET_TYPE_IMM | fixupTypePointer);
+    code.u8(BIND_OPCODE_SET_TYPE_IMM | FIXUP_TYPE_POINTER);
     int32_t addend = 0;
     for (size_t index = 0; index < binds.size(); index++) {
         const Bind &bind = binds[index];
         if (index == 0 || bind.import != binds[index - 1].import) {
             uint32_t ordinal = ordinals[bind.import];
-            if (ordinal <= immediateMask) {
+            if (ordinal <= IMMEDIATE_MASK) {
                 code.u8(BIND_OPCODE_SET_DYLIB_ORDINAL_IMM | ordinal);
             } else {
                 code.u8(BIND_OPCODE_SET_DYLIB_ORDINAL_ULEB);
                 code.uleb(ordinal);
             }
             const Import &import = imports[bind.import];
-            code.u8(BIND_OPCODE_SET_SYMBOL_TRAILING_FLAGS_IMM | (import.weak ? bindFlagWeakImport : 0));
+            code.u8(BIND_OPCODE_SET_SYMBOL_TRAILING_FLAGS_IMM | (import.weak ? BIND_SYMBOL_FLAGS_WEAK_IMPORT : 0));
             code.text(import.name);
         }
         if (bind.addend != addend) {
@@ -89,7 +143,7 @@ CompressedFixups compressedFixups(const Fixups &fixups, const Layout &layout, co
 {
     std::vector<Bind> binds = fixups.binds;
     binds.insert(binds.end(), fixups.pointerBinds.begin(), fixups.pointerBinds.end());
-    return {rebaseCode(fixups.rebases, layout), bindCode(std::move(binds), layout, imports, ordinals)};
+    return {RebaseCode(fixups.rebases, layout).make(), bindCode(std::move(binds), layout, imports, ordinals)};
 }
 
 } // namespace macho

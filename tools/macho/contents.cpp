@@ -25,8 +25,8 @@ public:
 
 private:
     void copySection(const OutputSection &section);
-    void copyPart(const OutputSection &section, const OutputSection::Part &part);
-    void aimCallFrames(const CallFrameTable &table, const SectionCopy &copy);
+    void aimCallFrames(uint32_t object, uint32_t section, const CallFrameTable &table);
+    void requireSeparateWords() const;
     void writeStubs();
     void writeLocalPointers();
     void writeImageInfo();
@@ -48,6 +48,13 @@ Contents Maker::make()
         for (const OutputSection &section : segment.sections)
             if (!section.isZeroFill() && section.size != 0)
                 copySection(section);
+    for (uint32_t object = 0; object < objects.size(); object++)
+        for (uint32_t section = 0; section < objects[object].sections.size(); section++)
+            if (auto frames = callFrames.find({object, section}); frames != callFrames.end())
+                aimCallFrames(object, section, frames->second);
+            else
+                settleRelocations(object, section, objects, symbols, addresses, layout, contents.image,
+                                  contents.fixups);
     writeStubs();
     writeLocalPointers();
     writeImageInfo();
@@ -58,41 +65,53 @@ Contents Maker::make()
     std::sort(fixups.rebases.begin(), fixups.rebases.end());
     std::sort(fixups.binds.begin(), fixups.binds.end(),
               [](const Bind &left, const Bind &right) { return left.address < right.address; });
+    requireSeparateWords();
     return std::move(contents);
+}
+
+// A word that the loader changes twice would come out wrong, each loader having an order of its own.
+void Maker::requireSeparateWords() const
+{
+    std::vector<uint32_t> words = contents.fixups.rebases;
+    for (const Bind &bind : contents.fixups.binds)
+        words.push_back(bind.address);
+    std::sort(words.begin(), words.end());
+    for (size_t index = 1; index < words.size(); index++)
+        if (words[index] - words[index - 1] < pointerSize)
+            fail("damaged: two relocations change the word at ", hex(words[index]), " of the library");
 }
 
 void Maker::copySection(const OutputSection &section)
 {
     if (section.segment == "__TEXT" && section.name == "__text")
         std::fill_n(at(section, 0), section.size, noOperation);
-    for (const OutputSection::Part &part : section.parts)
-        copyPart(section, part);
+    for (const OutputSection::Part &part : section.parts) {
+        const Section &source = objects[part.place.object].sections[part.place.section];
+        if (source.contents.size() != 0)
+            std::copy_n(source.contents.data() + (part.place.address - source.address), part.size,
+                        at(section, part.offset));
+    }
 }
 
-void Maker::copyPart(const OutputSection &section, const OutputSection::Part &part)
+void Maker::aimCallFrames(uint32_t number, uint32_t section, const CallFrameTable &table)
 {
-    const Section &source = objects[part.object].sections[part.section];
-    auto frames = callFrames.find({part.object, part.section});
-    size_t size = frames == callFrames.end() ? source.contents.size() : frames->second.size;
-    if (size == 0)
-        return;
-    SectionCopy copy{part.object, part.section, at(section, part.offset), section.address + part.offset};
-    std::copy_n(source.contents.data(), size, copy.bytes);
-    if (frames == callFrames.end())
-        settleRelocations(copy, objects, symbols, addresses, contents.fixups);
-    else
-        aimCallFrames(frames->second, copy);
-}
-
-void Maker::aimCallFrames(const CallFrameTable &table, const SectionCopy &copy)
-{
-    const ObjectFile &object = objects[copy.object];
-    for (const CallFramePointer &pointer : table.pointers) {
-        std::string where = object.describe(object.sections[copy.section]) + "+" + hex(pointer.offset);
-        Place target = addresses.placeAt(copy.object, pointer.target, where);
-        uint32_t address =
-            pointer.kind == CallFramePointer::Code ? addresses.ofOwnCopy(target, where) : addresses.of(target, where);
-        store32(copy.bytes + pointer.offset, address - (copy.address + pointer.offset));
+    const ObjectFile &object = objects[number];
+    uint32_t start = object.sections[section].address;
+    for (const CallFrameRecord &record : table.records) {
+        if (layout.roomAt({number, section, start + record.start}) == 0)
+            continue;
+        uint32_t address = *layout.addressOf({number, section, start + record.start});
+        uint8_t *bytes = &contents.image[layout.fileOffsetOf(address)];
+        if (record.common != record.start)
+            store32(bytes + 4, address + 4 - *layout.addressOf({number, section, start + record.common}));
+        for (const CallFramePointer &pointer : record.pointers) {
+            std::string where = object.describe(object.sections[section]) + "+" + hex(pointer.offset);
+            Place target = addresses.placeAt(number, pointer.target, where);
+            uint32_t aim = pointer.kind == CallFramePointer::Handler ? addresses.of(target, where)
+                                                                     : addresses.ofOwnCopy(target, where);
+            uint32_t offset = pointer.offset - record.start;
+            store32(bytes + offset, aim - (address + offset));
+        }
     }
 }
 

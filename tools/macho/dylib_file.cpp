@@ -13,7 +13,7 @@ namespace {
 struct Reader {
     DylibFile &dylib;
     ByteView file;
-    DylibRange local, external, indirect, rebases, binds, trie, symbols, names;
+    DylibRange local, external, indirect, rebases, binds, trie, symbols, names, functions;
     bool hasCompressed = false;
 
     [[noreturn]] void refuse(const std::string &reason) const { fail(printable(dylib.name), ": ", reason); }
@@ -24,17 +24,18 @@ struct Reader {
     void readSegment(uint64_t at, uint32_t size);
     Library readLibrary(uint64_t at, uint32_t size) const;
     void readSymbols();
+    void readFunctionStarts();
 };
 
 void Reader::read()
 {
-    if (file.size() < headerSize || file.u32(0, "the header") != magic32)
+    if (file.size() < sizeof(mach_header) || file.u32(0, "the header") != MH_MAGIC)
         refuse("is not a 32-bit Mach-O file");
     dylib.processor = word(4);
     dylib.processorSubtype = word(8);
     dylib.fileType = word(12);
     dylib.flags = word(24);
-    uint64_t at = headerSize, end = headerSize + uint64_t{word(20)};
+    uint64_t at = sizeof(mach_header), end = sizeof(mach_header) + uint64_t{word(20)};
     for (uint32_t index = 0, count = word(16); index < count; index++) {
         uint32_t size = word(at + 4);
         if (size < 8 || at + size > end || at + size > file.size())
@@ -43,7 +44,13 @@ void Reader::read()
         readCommand(word(at), at, size);
         at += size;
     }
+    uint32_t firstSection = static_cast<uint32_t>(file.size());
+    for (const DylibSection &section : dylib.sections)
+        if (section.type() != S_ZEROFILL)
+            firstSection = std::min(firstSection, section.fileOffset);
+    dylib.commandRoom = firstSection < at ? 0 : firstSection - static_cast<uint32_t>(at);
     readSymbols();
+    readFunctionStarts();
     readClassicFixups(dylib, local, external);
     if (hasCompressed) {
         readCompressedFixups(dylib, rebases, binds);
@@ -86,6 +93,9 @@ void Reader::readCommand(uint32_t command, uint64_t at, uint32_t size)
         binds = range(at + 16);
         trie = range(at + 40);
         return;
+    case LC_FUNCTION_STARTS:
+        functions = range(at + 8);
+        return;
     case LC_VERSION_MIN_MACOSX:
         dylib.minimumSystem = word(at + 8);
         return;
@@ -114,10 +124,10 @@ void Reader::readSegment(uint64_t at, uint32_t size)
         previousEnd + segment.memorySize > largestImage)
         refuse("segment " + printable(segment.name) + " does not follow the one before, or has an impossible size");
     uint32_t count = word(at + 48);
-    if (segmentCommandSize + uint64_t{count} * sectionRecordSize > size)
+    if (sizeof(segment_command) + uint64_t{count} * sizeof(struct section) > size)
         refuse("segment " + printable(segment.name) + " has no room for its sections");
     for (uint32_t index = 0; index < count; index++) {
-        uint64_t record = at + segmentCommandSize + uint64_t{index} * sectionRecordSize;
+        uint64_t record = at + sizeof(segment_command) + uint64_t{index} * sizeof(struct section);
         DylibSection section;
         section.name = file.paddedText(record, 16, "a section");
         section.segment = file.paddedText(record + 16, 16, "a section");
@@ -147,10 +157,10 @@ Library Reader::readLibrary(uint64_t at, uint32_t size) const
 
 void Reader::readSymbols()
 {
-    ByteView records = file.slice(symbols.offset, uint64_t{symbols.count} * symbolRecordSize, "the symbol table");
+    ByteView records = file.slice(symbols.offset, uint64_t{symbols.count} * sizeof(nlist), "the symbol table");
     ByteView texts = file.slice(names.offset, names.count, "the symbol names");
     for (uint32_t index = 0; index < symbols.count; index++) {
-        uint64_t at = uint64_t{index} * symbolRecordSize;
+        uint64_t at = uint64_t{index} * sizeof(nlist);
         DylibSymbol symbol;
         symbol.name = texts.text(records.u32(at, "a symbol"), 4096, "the symbol names");
         symbol.type = records.u8(at + 4, "a symbol");
@@ -158,6 +168,20 @@ void Reader::readSymbols()
         symbol.description = records.u16(at + 6, "a symbol");
         symbol.value = records.u32(at + 8, "a symbol");
         dylib.symbols.push_back(symbol);
+    }
+}
+
+void Reader::readFunctionStarts()
+{
+    const char *what = "the function starts";
+    ByteView distances = file.slice(functions.offset, functions.count, what);
+    uint64_t at = 0;
+    uint32_t address = 0;
+    while (at < distances.size()) {
+        uint32_t distance = distances.uleb(at, what);
+        if (distance == 0)
+            return;
+        dylib.functionStarts.push_back(address += distance);
     }
 }
 
@@ -192,8 +216,8 @@ Result<DylibFile> parseDylib(std::string name, Bytes bytes)
         DylibFile dylib;
         dylib.name = std::move(name);
         dylib.bytes = std::move(bytes);
-        Reader reader{dylib, ByteView(dylib.name, dylib.bytes.data(), dylib.bytes.size()), {}, {}, {}, {}, {}, {}, {},
-                      {}};
+        Reader reader{
+            dylib, ByteView(dylib.name, dylib.bytes.data(), dylib.bytes.size()), {}, {}, {}, {}, {}, {}, {}, {}, {}};
         reader.read();
         return dylib;
     });

@@ -24,7 +24,7 @@ struct DylibSegment {
 struct DylibSection {
     std::string segment, name;
     uint32_t address, size, fileOffset, flags, firstIndirect, stubSize;
-    uint8_t type() const { return flags & format::sectionTypeMask; }
+    uint8_t type() const { return flags & format::SECTION_TYPE; }
 };
 
 struct DylibLibrary {
@@ -64,6 +64,7 @@ struct DylibFile {
     Bytes bytes;
     uint32_t processor = 0, processorSubtype = 0, fileType = 0, flags = 0;
     std::vector<uint32_t> commands; // every load command's number, in order
+    uint32_t commandRoom = 0;       // bytes between the load commands and the first section
     Library identity;               // the install name and versions of the library itself
     uint32_t minimumSystem = 0;
     std::string uuid;
@@ -72,6 +73,7 @@ struct DylibFile {
     std::vector<DylibSection> sections;
     std::vector<DylibSymbol> symbols;
     std::vector<uint32_t> indirectSymbols;
+    std::vector<uint32_t> functionStarts; // addresses
     DylibFixups classic, compressed;
     std::map<std::string, uint32_t> exportTrie; // present with the compressed form only
 

@@ -74,23 +74,42 @@ uint32_t Interpreter::nextWord()
 std::vector<uint32_t> Interpreter::rebases()
 {
     std::vector<uint32_t> list;
+    auto rebase = [&](uint32_t count, uint32_t skipped) {
+        for (; count > 0; count--) {
+            list.push_back(nextWord());
+            address += skipped;
+        }
+    };
     while (at < code.size()) {
-        uint8_t byte = code.u8(at++, what), immediate = byte & immediateMask;
-        switch (byte & opcodeMask) {
+        uint8_t byte = code.u8(at++, what), immediate = byte & IMMEDIATE_MASK;
+        switch (byte & OPCODE_MASK) {
         case REBASE_OPCODE_DONE:
             return list;
         case REBASE_OPCODE_SET_TYPE_IMM:
-            if (immediate != fixupTypePointer)
+            if (immediate != FIXUP_TYPE_POINTER)
                 refuse(dylib, "a rebase of a kind that changes code");
             break;
         case REBASE_OPCODE_SET_SEGMENT_AND_OFFSET_ULEB:
             setPlace(immediate);
             break;
+        case REBASE_OPCODE_ADD_ADDR_ULEB:
+            address += number();
+            break;
+        case REBASE_OPCODE_ADD_ADDR_IMM_SCALED:
+            address += immediate * pointerSize;
+            break;
         case REBASE_OPCODE_DO_REBASE_IMM_TIMES:
-        case REBASE_OPCODE_DO_REBASE_ULEB_TIMES: {
-            bool isLong = (byte & opcodeMask) == REBASE_OPCODE_DO_REBASE_ULEB_TIMES;
-            for (uint32_t count = isLong ? number() : immediate; count > 0; count--)
-                list.push_back(nextWord());
+            rebase(immediate, 0);
+            break;
+        case REBASE_OPCODE_DO_REBASE_ULEB_TIMES:
+            rebase(number(), 0);
+            break;
+        case REBASE_OPCODE_DO_REBASE_ADD_ADDR_ULEB:
+            rebase(1, number());
+            break;
+        case REBASE_OPCODE_DO_REBASE_ULEB_TIMES_SKIPPING_ULEB: {
+            uint32_t count = number();
+            rebase(count, number());
             break;
         }
         default:
@@ -105,8 +124,8 @@ std::vector<DylibBind> Interpreter::binds()
     std::vector<DylibBind> list;
     DylibBind current = {0, {}, 0, false, 0, true};
     while (at < code.size()) {
-        uint8_t byte = code.u8(at++, what), immediate = byte & immediateMask;
-        switch (byte & opcodeMask) {
+        uint8_t byte = code.u8(at++, what), immediate = byte & IMMEDIATE_MASK;
+        switch (byte & OPCODE_MASK) {
         case BIND_OPCODE_DONE:
             return list;
         case BIND_OPCODE_SET_DYLIB_ORDINAL_IMM:
@@ -116,12 +135,12 @@ std::vector<DylibBind> Interpreter::binds()
             current.libraryOrdinal = number();
             break;
         case BIND_OPCODE_SET_SYMBOL_TRAILING_FLAGS_IMM:
-            current.weak = immediate & bindFlagWeakImport;
+            current.weak = immediate & BIND_SYMBOL_FLAGS_WEAK_IMPORT;
             current.symbol = code.text(at, 4096, what);
             at += current.symbol.size() + 1;
             break;
         case BIND_OPCODE_SET_TYPE_IMM:
-            if (immediate != fixupTypePointer)
+            if (immediate != FIXUP_TYPE_POINTER)
                 refuse(dylib, "a bind of a kind that changes code");
             break;
         case BIND_OPCODE_SET_ADDEND_SLEB:
@@ -148,11 +167,11 @@ void readClassicFixups(DylibFile &dylib, const DylibRange &local, const DylibRan
     constexpr uint32_t kindMask = 0xff000000, plainWord = 2u << 25, externalWord = plainWord | 1u << 27;
     ByteView file = fileOf(dylib);
     auto forEachRecord = [&](const DylibRange &range, uint32_t kind, auto body) {
-        ByteView records = file.slice(range.offset, uint64_t{range.count} * relocationRecordSize, "the relocations");
+        ByteView records = file.slice(range.offset, uint64_t{range.count} * sizeof(relocation_info), "the relocations");
         for (uint32_t index = 0; index < range.count; index++) {
-            uint32_t address = load32(records.data() + relocationRecordSize * index);
-            uint32_t info = load32(records.data() + relocationRecordSize * index + 4);
-            if (address & scatteredRelocation || (info & kindMask) != kind)
+            uint32_t address = load32(records.data() + sizeof(relocation_info) * index);
+            uint32_t info = load32(records.data() + sizeof(relocation_info) * index + 4);
+            if (address & R_SCATTERED || (info & kindMask) != kind)
                 refuse(dylib, "the unexpected relocation " + hex(address) + " " + hex(info));
             checkWord(dylib, address);
             body(address, info & ~kindMask);

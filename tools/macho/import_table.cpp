@@ -26,6 +26,7 @@ void addLine(ImportTable &table, const std::vector<std::string_view> &words, con
         auto compatibility = words.size() == 4 ? parseVersion(words[3]) : std::nullopt;
         if (!current || !compatibility)
             fail(where, "expected: library INSTALL_NAME CURRENT_VERSION COMPATIBILITY_VERSION");
+        requireOrderedVersions(where, *current, *compatibility);
         table.libraries.push_back({std::string(words[1]), *current, *compatibility});
         return;
     }

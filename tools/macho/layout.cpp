@@ -9,8 +9,6 @@ using namespace format;
 namespace {
 
 constexpr uint64_t largestFile = 1u << 26;
-// Room behind the load commands, for tools that change an install name in place.
-constexpr uint32_t headerPadding = 64;
 // The word behind the call frames stays zero: it ends the table for those who do not know its length.
 constexpr uint32_t callFrameTerminator = 4;
 // A segment is named by four bits in the compressed fix-ups.
@@ -42,7 +40,7 @@ uint32_t finishedFlags(const Section &section)
 {
     uint32_t flags = section.flags & ~uint32_t{S_ATTR_LOC_RELOC | S_ATTR_EXT_RELOC};
     if (section.type() == S_COALESCED && !section.isCallFrameTable())
-        flags = (flags & ~sectionTypeMask) | S_REGULAR;
+        flags = (flags & ~SECTION_TYPE) | S_REGULAR;
     return flags;
 }
 
@@ -81,16 +79,18 @@ int sectionRank(const OutputSection &section)
 
 } // namespace
 
-Layout::Layout(const std::vector<ObjectFile> &objects, const CallFrameTables &callFrames,
-               const Indirections &indirections)
+Layout::Layout(const std::vector<ObjectFile> &objects, const Pieces &pieces, const Indirections &indirections)
+    : pieces(pieces)
 {
     section("__TEXT", "__text", S_REGULAR | S_ATTR_PURE_INSTRUCTIONS | S_ATTR_SOME_INSTRUCTIONS);
     for (uint32_t object = 0; object < objects.size(); object++) {
         for (uint32_t number = 0; number < objects[object].sections.size(); number++) {
-            const Section &part = objects[object].sections[number];
-            auto frames = callFrames.find({object, number});
-            if (!part.isIndirection() && !part.isForDebugging())
-                addPart(objects, object, number, frames == callFrames.end() ? part.size : frames->second.size);
+            const Section &whole = objects[object].sections[number];
+            if (whole.isIndirection() || whole.isForDebugging())
+                continue;
+            for (const Piece &piece : pieces.of(object, number))
+                if (piece.kept)
+                    addPart(objects[object], {object, number, piece.address}, piece);
         }
     }
     addMade("__TEXT", stubsName, S_SYMBOL_STUBS | S_ATTR_PURE_INSTRUCTIONS | S_ATTR_SOME_INSTRUCTIONS,
@@ -120,10 +120,10 @@ OutputSection &Layout::section(std::string_view segmentName, std::string_view na
     return segment->sections.back();
 }
 
-void Layout::addPart(const std::vector<ObjectFile> &objects, uint32_t object, uint32_t number, uint32_t size)
+void Layout::addPart(const ObjectFile &object, const Place &place, const Piece &piece)
 {
-    const Section &part = objects[object].sections[number];
-    auto refuse = [&](const auto &...reason) { fail(objects[object].describe(part), ": ", reason...); };
+    const Section &part = object.sections[place.section];
+    auto refuse = [&](const auto &...reason) { fail(object.describe(part), ": ", reason...); };
     if (!isSupported(part.type()))
         refuse("section type ", hex(part.type()), " is not supported");
     if (part.segment.empty() || part.name.empty())
@@ -132,22 +132,21 @@ void Layout::addPart(const std::vector<ObjectFile> &objects, uint32_t object, ui
     if (segment == "__LINKEDIT" || (segment == "__TEXT" && name == stubsName) ||
         (segment == "__DATA" && (name == importPointersName || name == localPointersName)))
         refuse("the linker itself makes a section of this name");
-    bool known = find(segment, name);
-    if (!known && size == 0)
+    if (piece.size == 0 && !find(segment, name))
         return;
     OutputSection &whole = section(segment, name, finishedFlags(part));
-    if (whole.type() != (finishedFlags(part) & sectionTypeMask))
+    if (whole.type() != (finishedFlags(part) & SECTION_TYPE))
         refuse("its type is ", hex(part.type()), ", but ", hex(whole.type()), " in another object");
     whole.flags |= finishedFlags(part);
     // The runtime reads one image info; what it says is put together from all of them.
     if (segment == "__OBJC" && name == "__image_info" && !whole.parts.empty())
         return;
-    whole.alignment = std::max(whole.alignment, part.alignment);
-    uint64_t offset = alignUp(whole.size, part.alignment);
-    if (offset + size > largestImage)
+    whole.alignment = std::max(whole.alignment, piece.alignment);
+    uint64_t offset = alignUp(whole.size, piece.alignment);
+    if (offset + piece.size > largestImage)
         refuse("the library would be larger than 1 GB");
-    whole.parts.push_back({object, number, static_cast<uint32_t>(offset)});
-    whole.size = static_cast<uint32_t>(offset) + size;
+    whole.parts.push_back({place, piece.size, static_cast<uint32_t>(offset)});
+    whole.size = static_cast<uint32_t>(offset) + piece.size;
 }
 
 void Layout::addMade(const char *segment, const char *name, uint32_t flags, size_t entries, uint32_t entrySize,
@@ -178,40 +177,53 @@ void Layout::sortSections()
         segment.protection = VM_PROT_READ | (isText ? VM_PROT_EXECUTE : VM_PROT_WRITE);
         sections += segment.sections.size();
     }
-    if (segments.size() > mostSegments || sections > maximumSections)
+    if (segments.size() > mostSegments || sections > MAX_SECT)
         fail("the objects have more differently named segments or sections than a library can hold");
 }
 
 void Layout::assignAddresses(uint32_t headerSize)
 {
-    addresses.clear();
-    uint64_t segmentAddress = 0, segmentOffset = 0;
+    uint64_t address = 0, fileOffset = 0;
     for (OutputSegment &segment : segments) {
-        uint64_t end = segment.name == "__TEXT" ? headerSize + headerPadding : 0; // from the start of the segment
-        uint64_t fileEnd = end;
-        for (OutputSection &section : segment.sections) {
-            end = alignUp(end, section.alignment);
-            section.address = static_cast<uint32_t>(segmentAddress + end);
-            section.fileOffset = section.isZeroFill() ? 0 : static_cast<uint32_t>(segmentOffset + end);
-            end += section.size;
-            if (!section.isZeroFill())
-                fileEnd = end;
-            if (segmentAddress + end > largestImage || segmentOffset + fileEnd > largestFile)
-                fail("the library would be larger than 1 GB in memory or 64 MB in its file");
-            for (const OutputSection::Part &part : section.parts)
-                addresses[{part.object, part.section}] = section.address + part.offset;
-        }
         if (segment.name == "__TEXT") {
-            fileEnd += callFrameTerminator;
-            end = std::max(end, fileEnd);
+            // What the last page has left stands in front of the code, where it is of use.
+            uint64_t start = headerSize + commandRoom, end = placeSegment(segment, address, fileOffset, start);
+            uint32_t alignment = 1;
+            for (const OutputSection &section : segment.sections)
+                alignment = std::max(alignment, section.alignment);
+            placeSegment(segment, address, fileOffset, start + (segment.fileSize - end) / alignment * alignment);
+        } else {
+            placeSegment(segment, address, fileOffset, 0);
         }
-        segment.address = static_cast<uint32_t>(segmentAddress);
-        segment.fileOffset = static_cast<uint32_t>(segmentOffset);
-        segment.memorySize = static_cast<uint32_t>(alignUp(end, pageSize));
-        segment.fileSize = static_cast<uint32_t>(alignUp(fileEnd, pageSize));
-        segmentAddress += segment.memorySize;
-        segmentOffset += segment.fileSize;
+        address += segment.memorySize;
+        fileOffset += segment.fileSize;
     }
+}
+
+uint64_t Layout::placeSegment(OutputSegment &segment, uint64_t address, uint64_t fileOffset, uint64_t start)
+{
+    uint64_t end = start, fileEnd = start; // from the start of the segment
+    for (OutputSection &section : segment.sections) {
+        end = alignUp(end, section.alignment);
+        section.address = static_cast<uint32_t>(address + end);
+        section.fileOffset = section.isZeroFill() ? 0 : static_cast<uint32_t>(fileOffset + end);
+        end += section.size;
+        if (!section.isZeroFill())
+            fileEnd = end;
+        if (address + end > largestImage || fileOffset + fileEnd > largestFile)
+            fail("the library would be larger than 1 GB in memory or 64 MB in its file");
+        for (const OutputSection::Part &part : section.parts)
+            addresses[part.place] = section.address + part.offset;
+    }
+    if (segment.name == "__TEXT") {
+        fileEnd += callFrameTerminator;
+        end = std::max(end, fileEnd);
+    }
+    segment.address = static_cast<uint32_t>(address);
+    segment.fileOffset = static_cast<uint32_t>(fileOffset);
+    segment.memorySize = static_cast<uint32_t>(alignUp(end, pageSize));
+    segment.fileSize = static_cast<uint32_t>(alignUp(fileEnd, pageSize));
+    return fileEnd;
 }
 
 const OutputSection *Layout::find(std::string_view segmentName, std::string_view name) const
@@ -223,10 +235,39 @@ const OutputSection *Layout::find(std::string_view segmentName, std::string_view
     return nullptr;
 }
 
-std::optional<uint32_t> Layout::addressOf(uint32_t object, uint32_t section) const
+std::optional<uint32_t> Layout::addressOf(const Place &place) const
 {
-    auto known = addresses.find({object, section});
-    return known == addresses.end() ? std::nullopt : std::make_optional(known->second);
+    const Piece *piece = pieces.at(place);
+    if (!piece)
+        return std::nullopt;
+    auto known = addresses.find(piece->twin.value_or(Place{place.object, place.section, piece->address}));
+    return known == addresses.end() ? std::nullopt
+                                    : std::make_optional(known->second + (place.address - piece->address));
+}
+
+uint32_t Layout::roomAt(const Place &place) const
+{
+    return holds(place) ? pieces.at(place)->address + pieces.at(place)->size - place.address : 0;
+}
+
+bool Layout::holds(const Place &place) const
+{
+    const Piece *piece = pieces.at(place);
+    return piece && addresses.count({place.object, place.section, piece->address});
+}
+
+bool Layout::hasPartOf(uint32_t object, uint32_t section) const
+{
+    auto first = addresses.lower_bound({object, section, 0});
+    return first != addresses.end() && first->first.object == object && first->first.section == section;
+}
+
+uint32_t Layout::fileOffsetOf(uint32_t address) const
+{
+    for (const OutputSegment &segment : segments)
+        if (segment.contains(address))
+            return segment.fileOffset + (address - segment.address);
+    return 0;
 }
 
 uint32_t Layout::sectionNumberAt(uint32_t address) const

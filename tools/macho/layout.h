@@ -8,15 +8,16 @@
 #include <string>
 #include <vector>
 
-#include "tools/macho/call_frames.h"
 #include "tools/macho/indirections.h"
 #include "tools/macho/object_file.h"
+#include "tools/macho/pieces.h"
 
 namespace macho {
 
 struct OutputSection {
     struct Part {
-        uint32_t object, section;
+        Place place;     // where it starts in its object
+        uint32_t size;   // of it
         uint32_t offset; // from the start of the output section
     };
 
@@ -28,7 +29,7 @@ struct OutputSection {
     std::vector<Part> parts;
     uint32_t address = 0, fileOffset = 0;
 
-    uint8_t type() const { return flags & format::sectionTypeMask; }
+    uint8_t type() const { return flags & format::SECTION_TYPE; }
     bool isZeroFill() const { return type() == format::S_ZEROFILL; }
     bool contains(uint32_t place) const { return place >= address && place - address < size; }
 };
@@ -42,9 +43,6 @@ struct OutputSegment {
     bool contains(uint32_t place) const { return place >= address && place - address < memorySize; }
 };
 
-// By object and section number: the table of call frames of each object that has one.
-using CallFrameTables = std::map<std::pair<uint32_t, uint32_t>, CallFrameTable>;
-
 class Layout {
 public:
     static constexpr uint32_t pageSize = 4096;
@@ -52,7 +50,10 @@ public:
     static constexpr uint64_t largestImage = 1u << 30;
     static constexpr uint32_t stubSize = 12;
 
-    Layout(const std::vector<ObjectFile> &objects, const CallFrameTables &callFrames, const Indirections &indirections);
+    // Room behind the load commands, for tools that change a library in place: longer names, further commands.
+    static constexpr uint32_t commandRoom = 1024;
+
+    Layout(const std::vector<ObjectFile> &objects, const Pieces &pieces, const Indirections &indirections);
     // `headerSize`: of the header and all load commands, which lie at the start of __TEXT.
     void assignAddresses(uint32_t headerSize);
 
@@ -64,8 +65,14 @@ public:
     const OutputSection *stubs() const { return find("__TEXT", stubsName); }
     const OutputSection *importPointers() const { return find("__DATA", importPointersName); }
     const OutputSection *localPointers() const { return find("__DATA", localPointersName); }
-    // The address that a section of an object starts at; none if no part of it is in the library.
-    std::optional<uint32_t> addressOf(uint32_t object, uint32_t section) const;
+    // The address of a place, or of the same place in its twin; none if neither is in the library.
+    std::optional<uint32_t> addressOf(const Place &place) const;
+    // Whether this very piece is in the library, and no twin of it.
+    bool holds(const Place &place) const;
+    // How many bytes the piece still has there that a place lies in; 0 if this very piece is not in the library.
+    uint32_t roomAt(const Place &place) const;
+    bool hasPartOf(uint32_t object, uint32_t section) const;
+    uint32_t fileOffsetOf(uint32_t address) const;
     // The section that contains an address, counted from 1 through all segments, as symbols count them; 1 for the
     // header.
     uint32_t sectionNumberAt(uint32_t address) const;
@@ -78,12 +85,15 @@ public:
 
 private:
     OutputSection &section(std::string_view segment, std::string_view name, uint32_t flags);
-    void addPart(const std::vector<ObjectFile> &objects, uint32_t object, uint32_t number, uint32_t size);
+    void addPart(const ObjectFile &object, const Place &place, const Piece &piece);
     void addMade(const char *segment, const char *name, uint32_t flags, size_t entries, uint32_t entrySize,
                  size_t firstIndirect);
     void sortSections();
+    // Its first section at `start` or behind it; answers where the part ends that is in the file.
+    uint64_t placeSegment(OutputSegment &segment, uint64_t address, uint64_t fileOffset, uint64_t start);
 
-    std::map<std::pair<uint32_t, uint32_t>, uint32_t> addresses;
+    const Pieces &pieces;
+    std::map<Place, uint32_t> addresses; // of the pieces that are in the library
 };
 
 } // namespace macho

@@ -2,13 +2,14 @@
 
 #include <algorithm>
 #include <array>
+#include <md5.h>
 
 #include "tools/macho/call_frames.h"
 #include "tools/macho/contents.h"
 #include "tools/macho/load_commands.h"
 #include "tools/macho/map_file.h"
-#include "tools/macho/md5.h"
 #include "tools/macho/symbol_table.h"
+#include "tools/macho/version.h"
 
 namespace macho {
 
@@ -27,7 +28,11 @@ CallFrameTables parseAllCallFrames(const std::vector<ObjectFile> &objects)
 // An identifier made from the content, so that the same content has the same one.
 void writeUuid(Bytes &file, uint32_t offset)
 {
-    std::array<uint8_t, 16> digest = md5(file);
+    std::array<uint8_t, MD5_DIGEST_LENGTH> digest;
+    MD5_CTX state;
+    MD5Init(&state);
+    MD5Update(&state, file.data(), file.size());
+    MD5Final(digest.data(), &state);
     digest[6] = (digest[6] & 0x0f) | 0x30; // made by MD5
     digest[8] = (digest[8] & 0x3f) | 0x80; // laid out as RFC 4122 says
     std::copy(digest.begin(), digest.end(), file.begin() + offset);
@@ -38,8 +43,9 @@ LinkedLibrary linkObjects(const std::vector<ObjectFile> &objects, const ImportTa
     Symbols symbols(objects, table);
     LoadedLibraries libraries = loadedLibraries(symbols.imports(), table);
     CallFrameTables callFrames = parseAllCallFrames(objects);
+    Pieces pieces(objects, symbols, callFrames);
     Indirections indirections(objects, symbols);
-    Layout layout(objects, callFrames, indirections);
+    Layout layout(objects, pieces, indirections);
 
     // The commands have the same size whatever they say.
     layout.assignAddresses(
@@ -71,6 +77,7 @@ Result<LinkedLibrary> link(const std::vector<ObjectFile> &objects, const ImportT
     return resultOf([&] {
         if (objects.empty())
             fail("no object files to link");
+        requireOrderedVersions("", options.currentVersion, options.compatibilityVersion);
         return linkObjects(objects, table, options);
     });
 }

@@ -1,5 +1,7 @@
 #include "tools/macho/load_commands.h"
 
+#include <cstring>
+
 #include "tools/macho/export_trie.h"
 
 namespace macho {
@@ -41,7 +43,7 @@ private:
 
 LoadCommands Maker::make(const std::vector<LoadedLibrary> &libraries)
 {
-    out.bytes.resize(headerSize);
+    out.bytes.resize(sizeof(mach_header));
     for (const OutputSegment &each : layout.segments)
         segment(each);
     linkEditSegment();
@@ -49,20 +51,24 @@ LoadCommands Maker::make(const std::vector<LoadedLibrary> &libraries)
     if (options.fixups != FixupForm::Classic)
         compressedFixups();
     symbolTables();
-    begin(LC_UUID, uuidCommandSize);
+    begin(LC_UUID, sizeof(uuid_command));
     auto uuidOffset = static_cast<uint32_t>(out.size());
     words({0, 0, 0, 0});
-    begin(LC_VERSION_MIN_MACOSX, versionMinCommandSize);
+    begin(LC_VERSION_MIN_MACOSX, sizeof(version_min_command));
     words({options.minimumSystem, options.minimumSystem}); // the least system, and the one whose behaviour is meant
+    begin(LC_FUNCTION_STARTS, sizeof(linkedit_data_command));
+    range(linkEdit.functionStarts);
     for (const LoadedLibrary &loaded : libraries)
         library(loaded.weak ? LC_LOAD_WEAK_DYLIB : LC_LOAD_DYLIB, loadedTimeStamp, *loaded.library);
 
-    ByteWriter header;
-    for (uint32_t word : {magic32, cpuI386, cpuSubtypeI386All, uint32_t{MH_DYLIB}, count,
-                          static_cast<uint32_t>(out.size() - headerSize),
-                          uint32_t{MH_NOUNDEFS | MH_DYLDLINK | MH_TWOLEVEL | MH_NO_REEXPORTED_DYLIBS}})
-        header.u32(word);
-    std::copy(header.bytes.begin(), header.bytes.end(), out.bytes.begin());
+    mach_header header = {MH_MAGIC,
+                          CPU_TYPE_I386,
+                          CPU_SUBTYPE_I386_ALL,
+                          MH_DYLIB,
+                          count,
+                          static_cast<uint32_t>(out.size() - sizeof header),
+                          MH_NOUNDEFS | MH_DYLDLINK | MH_TWOLEVEL | MH_NO_REEXPORTED_DYLIBS};
+    std::memcpy(out.bytes.data(), &header, sizeof header);
     return {std::move(out.bytes), uuidOffset};
 }
 
@@ -81,7 +87,7 @@ void Maker::words(std::initializer_list<uint32_t> values)
 void Maker::segment(const OutputSegment &segment)
 {
     auto sections = static_cast<uint32_t>(segment.sections.size());
-    begin(LC_SEGMENT, segmentCommandSize + sections * sectionRecordSize);
+    begin(LC_SEGMENT, sizeof(segment_command) + sections * sizeof(struct section));
     out.paddedText(segment.name, 16);
     words({segment.address, segment.memorySize, segment.fileOffset, segment.fileSize, segment.maximumProtection,
            segment.protection, sections, 0});
@@ -102,7 +108,7 @@ void Maker::section(const OutputSection &section)
 
 void Maker::linkEditSegment()
 {
-    begin(LC_SEGMENT, segmentCommandSize);
+    begin(LC_SEGMENT, sizeof(segment_command));
     out.paddedText("__LINKEDIT", 16);
     auto size = static_cast<uint32_t>(linkEdit.bytes.size());
     words({layout.endAddress(), static_cast<uint32_t>(alignUp(size, Layout::pageSize)), linkEdit.offset, size,
@@ -112,15 +118,15 @@ void Maker::linkEditSegment()
 void Maker::library(uint32_t command, uint32_t timeStamp, const Library &library)
 {
     size_t nameSize = alignUp(library.installName.size() + 1, pointerSize);
-    begin(command, dylibCommandSize + nameSize);
-    words({dylibCommandSize, timeStamp, library.currentVersion, library.compatibilityVersion});
+    begin(command, sizeof(dylib_command) + nameSize);
+    words({sizeof(dylib_command), timeStamp, library.currentVersion, library.compatibilityVersion});
     out.paddedText(library.installName, nameSize);
 }
 
 void Maker::compressedFixups()
 {
     // With the classic form beside it, a loader that does not know the command may go on without it.
-    begin(options.fixups == FixupForm::Both ? LC_DYLD_INFO : LC_DYLD_INFO_ONLY, dyldInfoCommandSize);
+    begin(options.fixups == FixupForm::Both ? LC_DYLD_INFO : LC_DYLD_INFO_ONLY, sizeof(dyld_info_command));
     range(linkEdit.rebases);
     range(linkEdit.binds);
     words({0, 0, 0, 0}); // nothing is bound weakly, nothing lazily
@@ -129,16 +135,16 @@ void Maker::compressedFixups()
 
 void Maker::symbolTables()
 {
-    begin(LC_SYMTAB, symtabCommandSize);
-    counted(linkEdit.symbols, symbolRecordSize);
+    begin(LC_SYMTAB, sizeof(symtab_command));
+    counted(linkEdit.symbols, sizeof(nlist));
     range(linkEdit.names);
 
-    begin(LC_DYSYMTAB, dysymtabCommandSize);
+    begin(LC_DYSYMTAB, sizeof(dysymtab_command));
     words({0, symbols.localCount, symbols.localCount, symbols.exportCount, symbols.firstImport(), symbols.importCount});
     words({0, 0, 0, 0, 0, 0}); // no table of contents, no modules, no references
     counted(linkEdit.indirect, pointerSize);
-    counted(linkEdit.externalRelocations, relocationRecordSize);
-    counted(linkEdit.localRelocations, relocationRecordSize);
+    counted(linkEdit.externalRelocations, sizeof(relocation_info));
+    counted(linkEdit.localRelocations, sizeof(relocation_info));
 }
 
 } // namespace
@@ -166,6 +172,7 @@ LinkEdit makeLinkEdit(uint32_t offset, const SymbolTable &symbols, const Classic
     }
     if (form != FixupForm::Compressed)
         linkEdit.localRelocations = place(classic.local);
+    linkEdit.functionStarts = place(symbols.functionStarts);
     linkEdit.symbols = place(symbols.records);
     if (form != FixupForm::Compressed)
         linkEdit.externalRelocations = place(classic.external);

@@ -16,7 +16,7 @@ struct LinkEdit {
         uint32_t offset = 0, size = 0; // an empty part has neither
     };
     Range rebases, binds, exports;
-    Range localRelocations, externalRelocations;
+    Range localRelocations, externalRelocations, functionStarts;
     Range symbols, indirect, names;
     uint32_t offset = 0; // in the file
     Bytes bytes;

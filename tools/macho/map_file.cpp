@@ -29,10 +29,10 @@ std::vector<Line> symbolLines(const std::vector<ObjectFile> &objects, const Symb
             const Symbol &symbol = object.symbols[index];
             if (!symbol.isInSection() || symbol.name.empty())
                 continue;
-            auto start = layout.addressOf(number, symbol.section - 1u);
-            if (!start)
+            Place place{number, symbol.section - 1u, symbol.value};
+            if (!layout.holds(place))
                 continue;
-            uint32_t address = *start + (symbol.value - object.sections[symbol.section - 1].address);
+            uint32_t address = *layout.addressOf(place);
             lines.push_back({address, printable(symbol.name) + "  " + printable(object.name) +
                                           (symbols.isReplaced(number, index) ? "  (a copy that is not used)" : "")});
         }

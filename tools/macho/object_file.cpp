@@ -82,19 +82,20 @@ void Parser::parse()
 
 void Parser::checkHeader() const
 {
-    if (file.size() < 4 || file.u32(0, "the header") != magic32)
+    if (file.size() < 4 || file.u32(0, "the header") != MH_MAGIC)
         refuse(otherKindOfFile(file));
-    if (uint32_t cpu = file.u32(4, "the header"); cpu != cpuI386)
+    if (uint32_t cpu = file.u32(4, "the header"); cpu != CPU_TYPE_I386)
         refuse("is built for processor ", std::to_string(cpu), "; 32-bit Intel (7) is needed");
     if (uint32_t type = file.u32(12, "the header"); type != MH_OBJECT)
         refuse("is a Mach-O file of type ", std::to_string(type), "; an object file (1) is needed");
+    object.mayBeCut = file.u32(24, "the header") & MH_SUBSECTIONS_VIA_SYMBOLS;
 }
 
 void Parser::findLoadCommands()
 {
     uint32_t count = file.u32(16, "the header");
-    uint64_t end = headerSize + uint64_t{file.u32(20, "the header")};
-    uint64_t offset = headerSize;
+    uint64_t end = sizeof(mach_header) + uint64_t{file.u32(20, "the header")};
+    uint64_t offset = sizeof(mach_header);
     for (uint32_t index = 0; index < count; index++) {
         uint32_t command = file.u32(offset, "the load commands");
         uint32_t size = file.u32(offset + 4, "the load commands");
@@ -104,9 +105,9 @@ void Parser::findLoadCommands()
                                          : command == LC_SYMTAB   ? &symtab
                                          : command == LC_DYSYMTAB ? &dysymtab
                                                                   : nullptr;
-        uint32_t needed = command == LC_SEGMENT    ? segmentCommandSize
-                          : command == LC_SYMTAB   ? symtabCommandSize
-                          : command == LC_DYSYMTAB ? dysymtabCommandSize
+        uint32_t needed = command == LC_SEGMENT    ? sizeof(segment_command)
+                          : command == LC_SYMTAB   ? sizeof(symtab_command)
+                          : command == LC_DYSYMTAB ? sizeof(dysymtab_command)
                                                    : 8;
         if (size < needed)
             refuse("damaged: load command ", std::to_string(index), " has the impossible size ", std::to_string(size));
@@ -124,11 +125,11 @@ void Parser::readSections()
 {
     uint32_t size = file.u32(*segment + 4, "the segment command");
     uint32_t count = file.u32(*segment + 48, "the segment command");
-    if (count > maximumSections || segmentCommandSize + uint64_t{count} * sectionRecordSize > size)
+    if (count > MAX_SECT || sizeof(segment_command) + uint64_t{count} * sizeof(struct section) > size)
         refuse("damaged: the segment command has no room for ", std::to_string(count), " sections");
     object.sections.resize(count);
     for (uint32_t index = 0; index < count; index++) {
-        uint64_t at = *segment + segmentCommandSize + uint64_t{index} * sectionRecordSize;
+        uint64_t at = *segment + sizeof(segment_command) + uint64_t{index} * sizeof(struct section);
         const char *what = "a section record";
         Section &section = object.sections[index];
         section.name = file.paddedText(at, 16, what);
@@ -154,7 +155,7 @@ void Parser::readSections()
     }
     // Relocations name sections, so all of these are read first.
     for (uint32_t index = 0; index < count; index++) {
-        uint64_t at = *segment + segmentCommandSize + uint64_t{index} * sectionRecordSize;
+        uint64_t at = *segment + sizeof(segment_command) + uint64_t{index} * sizeof(struct section);
         Section &section = object.sections[index];
         if (section.isIndirection())
             checkIndirections(section);
@@ -165,12 +166,12 @@ void Parser::readSections()
 void Parser::readSymbols()
 {
     uint32_t offset = file.u32(*symtab + 8, "the symbol command"), count = file.u32(*symtab + 12, "the symbol command");
-    ByteView records = file.slice(offset, uint64_t{count} * symbolRecordSize, "the symbol table");
+    ByteView records = file.slice(offset, uint64_t{count} * sizeof(nlist), "the symbol table");
     ByteView names = file.slice(file.u32(*symtab + 16, "the symbol command"),
                                 file.u32(*symtab + 20, "the symbol command"), "the table of symbol names");
     object.symbols.resize(count);
     for (uint32_t index = 0; index < count; index++) {
-        uint64_t at = uint64_t{index} * symbolRecordSize;
+        uint64_t at = uint64_t{index} * sizeof(nlist);
         Symbol &symbol = object.symbols[index];
         uint32_t name = records.u32(at, "a symbol");
         symbol.type = records.u8(at + 4, "a symbol");
@@ -215,14 +216,14 @@ void Parser::checkIndirections(const Section &section) const
 
 void Parser::readRelocations(Section &section, uint32_t offset, uint32_t count)
 {
-    if (offset + uint64_t{count} * relocationRecordSize > file.size())
+    if (offset + uint64_t{count} * sizeof(relocation_info) > file.size())
         fail(object.describe(section), ": the file is cut off or damaged: its relocations reach past the end");
     for (uint32_t index = 0; index < count; index++) {
-        const uint8_t *record = file.data() + offset + index * relocationRecordSize;
+        const uint8_t *record = file.data() + offset + index * sizeof(relocation_info);
         uint32_t first = load32(record), second = load32(record + 4);
         Relocation relocation = {};
         uint32_t length;
-        if (first & scatteredRelocation) {
+        if (first & R_SCATTERED) {
             relocation.scattered = true;
             relocation.offset = first & 0xffffff;
             relocation.type = static_cast<RelocationType>(first >> 24 & 0xf);
@@ -245,8 +246,7 @@ void Parser::readRelocations(Section &section, uint32_t offset, uint32_t count)
             fail(where, ": a relocation of ", std::to_string(1 << length), " bytes is not supported");
         if (difference) {
             if (!relocation.scattered || ++index == count ||
-                (load32(record + 8) & (scatteredRelocation | 0x0f000000)) !=
-                    (scatteredRelocation | GENERIC_RELOC_PAIR << 24))
+                (load32(record + 8) & (R_SCATTERED | 0x0f000000)) != (R_SCATTERED | GENERIC_RELOC_PAIR << 24))
                 fail(where, ": damaged: a difference relocation without its second half");
             relocation.subtrahend = load32(record + 12);
         }

@@ -33,7 +33,7 @@ struct Section {
     ByteView contents; // empty for zero fill
     std::vector<Relocation> relocations;
 
-    uint8_t type() const { return flags & format::sectionTypeMask; }
+    uint8_t type() const { return flags & format::SECTION_TYPE; }
     bool holdsPointers() const
     {
         return type() == format::S_NON_LAZY_SYMBOL_POINTERS || type() == format::S_LAZY_SYMBOL_POINTERS;
@@ -63,6 +63,9 @@ struct Symbol {
     bool isGlobal() const { return type & format::N_EXT; }
     bool isPrivate() const { return type & format::N_PEXT; }
     bool isWeakDefinition() const { return description & format::N_WEAK_DEF; }
+    bool isInsideDefinition() const { return description & format::N_ALT_ENTRY; } // it starts none of its own
+    // Names that begin with L or l are the compiler's own.
+    bool isForReaders() const { return isInSection() && !name.empty() && name[0] != 'L' && name[0] != 'l'; }
     bool isWeakReference() const { return description & format::N_WEAK_REF; }
 };
 
@@ -73,6 +76,7 @@ struct ObjectFile {
 
     std::string name;
     Bytes bytes;
+    bool mayBeCut = false; // every definition can stand without its neighbours
     std::vector<Section> sections;
     std::vector<Symbol> symbols;
     std::vector<uint32_t> indirectSymbols;

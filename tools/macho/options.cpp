@@ -18,7 +18,8 @@ const char usage[] =
     "  -exported_symbols_list FILE     global symbol is exported. The list holds one name per line, '#' a comment\n"
     "  -install_name NAME              the library's name for those who link to it (default: the output's file name)\n"
     "  -current_version X[.Y[.Z]]      (default 1.0.0)\n"
-    "  -compatibility_version X[.Y[.Z]] (default 1.0.0)\n"
+    "  -compatibility_version X[.Y[.Z]] (default: the current version up to its first number\n"
+    "                                  that is not 0, then zeros)\n"
     "  -macosx_version_min X.Y         the least system (default 10.4; 10.6 with -fixups compressed)\n"
     "  -fixups classic|compressed|both how the loader is told what to change in memory (default both)\n"
     "  -strip                          leave out local symbols\n"
@@ -33,7 +34,7 @@ struct Reader {
     const std::vector<std::string> &arguments;
     size_t next = 0;
     CommandLine line = {};
-    std::optional<uint32_t> minimumSystem = {};
+    std::optional<uint32_t> minimumSystem = {}, compatibilityVersion = {};
 
     const std::string &valueOf(const std::string &option)
     {
@@ -71,7 +72,7 @@ void Reader::read()
         else if (option == "-current_version")
             line.link.currentVersion = versionOf(option);
         else if (option == "-compatibility_version")
-            line.link.compatibilityVersion = versionOf(option);
+            compatibilityVersion = versionOf(option);
         else if (option == "-macosx_version_min")
             minimumSystem = versionOf(option);
         else if (option == "-fixups")
@@ -116,6 +117,7 @@ void Reader::check()
         fail(printable(line.output), ": the output would overwrite an object file");
     if (line.link.installName.empty())
         line.link.installName = line.output.substr(line.output.find_last_of('/') + 1);
+    line.link.compatibilityVersion = compatibilityVersion.value_or(compatibilityVersionOf(line.link.currentVersion));
     bool compressedOnly = line.link.fixups == FixupForm::Compressed;
     line.link.minimumSystem = minimumSystem.value_or(compressedOnly ? firstCompressedSystem : firstSystem);
     if (compressedOnly && line.link.minimumSystem < firstCompressedSystem)

@@ -8,14 +8,14 @@ namespace {
 
 class Settler {
 public:
-    Settler(const SectionCopy &copy, const std::vector<ObjectFile> &objects, const Symbols &symbols,
+    Settler(uint32_t number, const ObjectFile &object, const Section &section, const Symbols &symbols,
             const Addresses &addresses, Fixups &fixups)
-        : copy(copy), object(objects[copy.object]), section(object.sections[copy.section]), symbols(symbols),
-          addresses(addresses), fixups(fixups)
+        : number(number), object(object), section(section), symbols(symbols), addresses(addresses), fixups(fixups)
     {
     }
 
-    void settle(const Relocation &relocation);
+    // Of the four bytes of `copy`, which lie at `address` in the library.
+    void settle(const Relocation &relocation, uint8_t *copy, uint32_t address);
 
 private:
     // What the loader must not change, be it code or constants beside it.
@@ -27,7 +27,7 @@ private:
     std::string_view nameAt(const Place &place) const;
     [[noreturn]] void refuseInCode(std::string_view symbol) const;
 
-    const SectionCopy &copy;
+    uint32_t number;
     const ObjectFile &object;
     const Section &section;
     const Symbols &symbols;
@@ -38,28 +38,28 @@ private:
     uint32_t oldAddress = 0, newAddress = 0; // of the word
 };
 
-void Settler::settle(const Relocation &relocation)
+void Settler::settle(const Relocation &relocation, uint8_t *copy, uint32_t address)
 {
     where = object.describe(section) + "+" + hex(relocation.offset);
-    word = copy.bytes + relocation.offset;
+    word = copy;
     oldAddress = section.address + relocation.offset;
-    newAddress = copy.address + relocation.offset;
+    newAddress = address;
     if (relocation.type != GENERIC_RELOC_VANILLA)
         settleDifference(relocation);
     else if (relocation.scattered)
-        settleInside(relocation, addresses.placeAt(copy.object, relocation.address, where));
+        settleInside(relocation, addresses.placeAt(number, relocation.address, where));
     else if (relocation.external)
         settleSymbol(relocation);
     else
-        settleInside(relocation, {copy.object, relocation.target - 1,
+        settleInside(relocation, {number, relocation.target - 1,
                                   load32(word) + (relocation.pcRelative ? oldAddress + pointerSize : 0)});
 }
 
 // The word holds the distance of two addresses: both may have moved.
 void Settler::settleDifference(const Relocation &relocation)
 {
-    Place minuend = addresses.placeAt(copy.object, relocation.address, where);
-    Place subtrahend = addresses.placeAt(copy.object, relocation.subtrahend, where);
+    Place minuend = addresses.placeAt(number, relocation.address, where);
+    Place subtrahend = addresses.placeAt(number, relocation.subtrahend, where);
     uint32_t moved = (addressOf(minuend) - relocation.address) - (addressOf(subtrahend) - relocation.subtrahend);
     store32(word, load32(word) + moved);
 }
@@ -82,7 +82,7 @@ void Settler::settleInside(const Relocation &relocation, const Place &target)
 void Settler::settleSymbol(const Relocation &relocation)
 {
     const Symbol &symbol = object.symbols[relocation.target];
-    Target target = symbols.resolve(copy.object, relocation.target);
+    Target target = symbols.resolve(number, relocation.target);
     bool imported = target.kind == Target::Imported;
     if (relocation.pcRelative) {
         uint32_t address = imported ? addresses.ofStub(target.import) : addresses.of(target, where);
@@ -122,12 +122,22 @@ void Settler::refuseInCode(std::string_view symbol) const
 
 } // namespace
 
-void settleRelocations(const SectionCopy &copy, const std::vector<ObjectFile> &objects, const Symbols &symbols,
-                       const Addresses &addresses, Fixups &fixups)
+void settleRelocations(uint32_t object, uint32_t number, const std::vector<ObjectFile> &objects, const Symbols &symbols,
+                       const Addresses &addresses, const Layout &layout, Bytes &image, Fixups &fixups)
 {
-    Settler settler(copy, objects, symbols, addresses, fixups);
-    for (const Relocation &relocation : objects[copy.object].sections[copy.section].relocations)
-        settler.settle(relocation);
+    const Section &section = objects[object].sections[number];
+    Settler settler(object, objects[object], section, symbols, addresses, fixups);
+    for (const Relocation &relocation : section.relocations) {
+        Place place{object, number, section.address + relocation.offset};
+        uint32_t room = layout.roomAt(place);
+        if (room == 0)
+            continue;
+        if (room < pointerSize)
+            fail(objects[object].describe(section), "+", hex(relocation.offset),
+                 ": damaged: a relocation across the end of a definition or a literal");
+        uint32_t address = *layout.addressOf(place);
+        settler.settle(relocation, &image[layout.fileOffsetOf(address)], address);
+    }
 }
 
 } // namespace macho

@@ -1,6 +1,7 @@
 #include "tools/macho/symbol_table.h"
 
 #include <algorithm>
+#include <set>
 
 namespace macho {
 
@@ -23,6 +24,7 @@ private:
     void collectExports();
     void addExport(std::string_view name, const Target &target);
     void addLocals(uint32_t object);
+    Bytes functionStarts() const;
     void addRecord(std::string_view name, uint32_t type, uint32_t section, uint32_t description, uint32_t value);
 
     const std::vector<ObjectFile> &objects;
@@ -39,10 +41,14 @@ private:
 SymbolTable Maker::make()
 {
     collectExports();
+    table.functionStarts = functionStarts();
     if (!options.strip)
         for (uint32_t object = 0; object < objects.size(); object++)
             addLocals(object);
-    table.localCount = static_cast<uint32_t>(records.size() / symbolRecordSize);
+    // An early loader misreads number 0 among the indirect symbols, so no import may be the first symbol.
+    if (records.size() == 0 && table.exports.empty() && !symbols.imports().empty())
+        addRecord("no import", N_ABS, 0, 0, 0);
+    table.localCount = static_cast<uint32_t>(records.size() / sizeof(nlist));
     for (const auto &[name, address] : table.exports) // sorted: old loaders search them by halves
         addRecord(name, N_SECT | N_EXT, layout.sectionNumberAt(address), 0, address);
     table.exportCount = static_cast<uint32_t>(table.exports.size());
@@ -83,11 +89,11 @@ void Maker::addExport(std::string_view name, const Target &target)
 {
     const ObjectFile &object = objects[target.place.object];
     const Section &section = object.sections[target.place.section];
-    auto start = layout.addressOf(target.place.object, target.place.section);
-    if (!start)
+    auto address = layout.addressOf(target.place);
+    if (!address)
         fail(object.describe(section), ": exported symbol ", printable(name),
              " is in a section no part of which is in the library");
-    table.exports[name] = *start + (target.place.address - section.address);
+    table.exports[name] = *address;
 }
 
 void Maker::addLocals(uint32_t number)
@@ -95,16 +101,36 @@ void Maker::addLocals(uint32_t number)
     const ObjectFile &object = objects[number];
     for (uint32_t index = 0; index < object.symbols.size(); index++) {
         const Symbol &symbol = object.symbols[index];
-        // Names that begin with L or l are the compiler's own, and nobody looks for the names of call frame records.
-        if (!symbol.isInSection() || symbol.name.empty() || symbol.name[0] == 'L' || symbol.name[0] == 'l' ||
-            symbols.isReplaced(number, index) || (symbol.isGlobal() && table.exports.count(symbol.name)))
+        Place place{number, symbol.section - 1u, symbol.value};
+        if (!symbol.isForReaders() || !layout.holds(place) || symbols.isReplaced(number, index) ||
+            (symbol.isGlobal() && table.exports.count(symbol.name)))
             continue;
-        const Section &section = object.sections[symbol.section - 1];
-        auto start = layout.addressOf(number, symbol.section - 1u);
-        if (!start || section.isCallFrameTable())
+        // Nobody looks for the names of call frame records.
+        if (object.sections[place.section].isCallFrameTable())
             continue;
-        addRecord(symbol.name, N_SECT, layout.sectionNumberAt(*start), 0, *start + (symbol.value - section.address));
+        uint32_t address = *layout.addressOf(place);
+        addRecord(symbol.name, N_SECT, layout.sectionNumberAt(address), 0, address);
     }
+}
+
+Bytes Maker::functionStarts() const
+{
+    std::set<uint32_t> starts;
+    for (uint32_t number = 0; number < objects.size(); number++)
+        for (const Symbol &symbol : objects[number].symbols) {
+            Place place{number, symbol.section - 1u, symbol.value};
+            if (symbol.isForReaders() && !symbol.isInsideDefinition() && layout.roomAt(place) > 0 &&
+                objects[number].sections[place.section].flags & S_ATTR_PURE_INSTRUCTIONS)
+                starts.insert(*layout.addressOf(place));
+        }
+    ByteWriter distances;
+    uint32_t last = 0;
+    for (uint32_t start : starts) {
+        distances.uleb(start - last);
+        last = start;
+    }
+    distances.u8(0);
+    return std::move(distances.bytes);
 }
 
 void Maker::addRecord(std::string_view name, uint32_t type, uint32_t section, uint32_t description, uint32_t value)

@@ -27,7 +27,8 @@ struct SymbolTable {
     std::map<std::string_view, uint32_t> exports; // by name: the address
     uint32_t localCount = 0, exportCount = 0, importCount = 0;
     Bytes records, names;
-    Bytes indirect; // for the stubs, then for the import pointers: the number of the import's symbol
+    Bytes functionStarts; // the distance of each function from the one before, the first's from the library's start
+    Bytes indirect;       // for the stubs, then for the import pointers: the number of the import's symbol
     uint32_t firstImport() const { return localCount + exportCount; }
 };
 

@@ -1,5 +1,7 @@
 #include "tools/macho/version.h"
 
+#include "tools/macho/error.h"
+
 namespace macho {
 
 std::optional<uint32_t> parseVersion(std::string_view text)
@@ -29,6 +31,21 @@ std::string versionText(uint32_t version)
 {
     return std::to_string(version >> 16) + "." + std::to_string(version >> 8 & 0xff) + "." +
            std::to_string(version & 0xff);
+}
+
+uint32_t compatibilityVersionOf(uint32_t version)
+{
+    for (uint32_t kept : {0xffff0000u, 0xffffff00u})
+        if (version & kept)
+            return version & kept;
+    return version;
+}
+
+void requireOrderedVersions(std::string_view where, uint32_t current, uint32_t compatibility)
+{
+    if (compatibility > current)
+        fail(where, "compatibility version ", versionText(compatibility), " is above the current version ",
+             versionText(current));
 }
 
 } // namespace macho

@@ -4,8 +4,6 @@ namespace machorun {
 
 namespace {
 
-constexpr uint32_t kPointerSize = 4;
-
 // The place that a stream of operations moves along.
 class Cursor {
 public:
@@ -25,7 +23,7 @@ public:
     // A damaged count must not keep the loader busy: no operation has more pointers than the image has room for.
     uint32_t checkedCount(uint32_t count) const
     {
-        if (count > static_cast<uint32_t>(image_.end() - image_.begin()) / kPointerSize) {
+        if (count > static_cast<uint32_t>(image_.end() - image_.begin()) / pointerSize) {
             throw BadImage("has more fix-ups in one place than pointers");
         }
         return count;
@@ -58,7 +56,7 @@ void rebase(const ImageFile &file, const MappedImage &image)
     auto moveNext = [&](uint32_t times, uint32_t skipped) {
         for (uint32_t count = cursor.checkedCount(times); count; count--) {
             *cursor.slot() += image.slide();
-            cursor.advance(kPointerSize + skipped);
+            cursor.advance(pointerSize + skipped);
         }
     };
     while (!operations.atEnd()) {
@@ -79,7 +77,7 @@ void rebase(const ImageFile &file, const MappedImage &image)
             cursor.advance(operations.readUleb());
             break;
         case REBASE_OPCODE_ADD_ADDR_IMM_SCALED:
-            cursor.advance(immediate * kPointerSize);
+            cursor.advance(immediate * pointerSize);
             break;
         case REBASE_OPCODE_DO_REBASE_IMM_TIMES:
             moveNext(immediate, 0);
@@ -114,7 +112,7 @@ void bind(const ImageFile &file, const MappedImage &image, const Imports &import
         for (uint32_t count = cursor.checkedCount(times); count; count--) {
             auto address = reinterpret_cast<uint32_t>(imports.addressOf(symbol, isWeak));
             *cursor.slot() = address + addend;
-            cursor.advance(kPointerSize + skipped);
+            cursor.advance(pointerSize + skipped);
         }
     };
     while (!operations.atEnd()) {
@@ -157,7 +155,7 @@ void bind(const ImageFile &file, const MappedImage &image, const Imports &import
             bindNext(1, operations.readUleb());
             break;
         case BIND_OPCODE_DO_BIND_ADD_ADDR_IMM_SCALED:
-            bindNext(1, immediate * kPointerSize);
+            bindNext(1, immediate * pointerSize);
             break;
         case BIND_OPCODE_DO_BIND_ULEB_TIMES_SKIPPING_ULEB: {
             uint32_t count = operations.readUleb();

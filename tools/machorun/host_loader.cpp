@@ -1,12 +1,14 @@
 #include "tools/machorun/host_loader.h"
 
-#include "tools/machorun/macho_format.h"
+#include "tools/macho/format.h"
 #include "tools/machorun/machorun.h"
 
 #include <cstring>
 #include <stdexcept>
 
 namespace machorun {
+
+using namespace macho::format;
 
 namespace {
 

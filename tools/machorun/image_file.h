@@ -1,8 +1,8 @@
 // A Mach-O file in memory, read into lists and checked: whoever uses these lists needs no bounds checks of the file.
 #pragma once
 
+#include "tools/macho/format.h"
 #include "tools/machorun/byte_reader.h"
-#include "tools/machorun/macho_format.h"
 
 #include <cstdint>
 #include <optional>
@@ -10,6 +10,8 @@
 #include <vector>
 
 namespace machorun {
+
+using namespace macho::format;
 
 struct Segment {
     std::string name;

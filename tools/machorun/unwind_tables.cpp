@@ -9,12 +9,6 @@ namespace machorun {
 
 namespace {
 
-// DWARF's pointer encodings. macOS relates every address to its own place; the upper bit asks for one more indirection.
-constexpr uint8_t DW_EH_PE_absptr = 0x00;
-constexpr uint8_t DW_EH_PE_sdata4 = 0x0b;
-constexpr uint8_t DW_EH_PE_pcrel = 0x10;
-constexpr uint8_t DW_EH_PE_indirect = 0x80;
-
 enum CallFrameOpcode : uint8_t {
     // These three carry an operand in their lower six bits.
     DW_CFA_advance_loc = 0x40,

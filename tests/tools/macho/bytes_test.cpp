@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include "tools/macho/error.h"
-#include "tools/macho/md5.h"
 #include "tools/macho/version.h"
 
 namespace macho {
@@ -80,24 +79,6 @@ TEST(Messages, StayOnOneLine)
     EXPECT_EQ(printable("a\nb\x7f\x01"), "a?b??");
 }
 
-std::string digestOf(std::string_view text)
-{
-    std::string digits;
-    for (uint8_t byte : md5(Bytes(text.begin(), text.end()))) {
-        digits += "0123456789abcdef"[byte >> 4];
-        digits += "0123456789abcdef"[byte & 15];
-    }
-    return digits;
-}
-
-TEST(Md5, GivesTheDigestsOfTheStandard)
-{
-    EXPECT_EQ(digestOf(""), "d41d8cd98f00b204e9800998ecf8427e");
-    EXPECT_EQ(digestOf("abc"), "900150983cd24fb0d6963f7d28e17f72");
-    EXPECT_EQ(digestOf("12345678901234567890123456789012345678901234567890123456789012345678901234567890"),
-              "57edf4a22be3c955ac49da2e2107b67a");
-}
-
 TEST(Versions, ArePackedAndShown)
 {
     EXPECT_EQ(parseVersion("10.4"), 0x000a0400u);
@@ -110,6 +91,15 @@ TEST(Versions, AnythingElseIsRefused)
 {
     for (const char *text : {"", ".", "1.", "1..2", "1.2.3.4", "65536", "1.256", "1.2.256", "a", "1.x", "-1", "1 "})
         EXPECT_FALSE(parseVersion(text)) << text;
+}
+
+TEST(Versions, CompatibilityFollowsFromTheVersion)
+{
+    const std::pair<const char *, const char *> cases[] = {{"1.0.0", "1.0.0"}, {"1.4.2", "1.0.0"}, {"12.3", "12.0.0"},
+                                                           {"0.1.0", "0.1.0"}, {"0.3.7", "0.3.0"}, {"0.0.5", "0.0.5"},
+                                                           {"0", "0.0.0"}};
+    for (const auto &[version, compatibility] : cases)
+        EXPECT_EQ(versionText(compatibilityVersionOf(*parseVersion(version))), compatibility) << version;
 }
 
 } // namespace

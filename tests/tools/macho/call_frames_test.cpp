@@ -108,7 +108,7 @@ TEST(CallFrames, LieBetweenTheCodeAndAWordOfZeros)
     EXPECT_NE(load32(&memory[frames.address + frames.size - 4]) | load32(&memory[frames.address]), 0u);
 }
 
-TEST(CallFrames, OfACopyThatIsNotUsedStayWithThatCopy)
+TEST(CallFrames, OfADefinitionThatLostAreLeftOutWithIt)
 {
     std::string shared = "extern \"C\" int call(int); inline __attribute__((noinline)) int shared(int x) "
                          "{ try { return call(x); } catch (...) { return 0; } } ";
@@ -117,9 +117,23 @@ TEST(CallFrames, OfACopyThatIsNotUsedStayWithThatCopy)
                        object("b.o", Language::Cpp, shared + "extern \"C\" int two(int x) { return shared(x) + 2; }")),
                {"_one", "_two"});
     Frames frames = framesOf(dylib);
-    EXPECT_EQ(frames.records, 4u);
-    EXPECT_EQ(frames.functions.size(), 4u); // no function is described twice
-    EXPECT_EQ(frames.handlerTables.size(), 2u);
+    EXPECT_EQ(frames.records, 3u);
+    EXPECT_EQ(frames.functions.size(), 3u);
+    EXPECT_EQ(frames.handlerTables.size(), 1u);
+}
+
+// Two objects that may not be cut, as assemblers make them unless they are told otherwise.
+TEST(CallFrames, OfACopyThatIsNotUsedStayWithThatCopy)
+{
+    std::string shared = ".text\n.globl _shared\n.weak_definition _shared\n_shared:\n.cfi_startproc\nret\n"
+                         ".cfi_endproc\n";
+    DylibFile dylib =
+        linked(objects(object("a.o", Language::Assembler, shared + ".globl _one\n_one: call _shared\n", ""),
+                       object("b.o", Language::Assembler, shared + ".globl _two\n_two: call _shared\n", "")),
+               {"_one", "_two"});
+    Frames frames = framesOf(dylib);
+    EXPECT_EQ(frames.records, 2u);
+    EXPECT_EQ(frames.functions.size(), 2u); // no function is described twice
 }
 
 TEST(CallFrames, TerminatorOfOneObjectDoesNotEndTheTable)

@@ -28,16 +28,16 @@ protected:
     uint32_t word(uint32_t offset) { return load32(&good.at(offset)); }
     uint32_t command(uint32_t wanted)
     {
-        for (uint32_t at = headerSize;; at += word(at + 4))
+        for (uint32_t at = sizeof(mach_header);; at += word(at + 4))
             if (word(at) == wanted)
                 return at;
     }
     uint32_t section(const std::string &name)
     {
-        uint32_t at = command(LC_SEGMENT) + segmentCommandSize;
+        uint32_t at = command(LC_SEGMENT) + sizeof(segment_command);
         while (std::string(reinterpret_cast<char *>(&good.at(at)),
                            strnlen(reinterpret_cast<char *>(&good.at(at)), 16)) != name)
-            at += sectionRecordSize;
+            at += sizeof(struct section);
         return at;
     }
 };
@@ -73,10 +73,11 @@ TEST_F(DamagedObject, EveryCutIsNoticed)
 
 TEST_F(DamagedObject, LoadCommands)
 {
-    EXPECT_EQ(errorWith(headerSize + 4, 4), "a.o: damaged: load command 0 has the impossible size 4");
-    EXPECT_EQ(errorWith(headerSize + 4, 0xfffffff0), "a.o: damaged: load command 0 has the impossible size 4294967280");
+    EXPECT_EQ(errorWith(sizeof(mach_header) + 4, 4), "a.o: damaged: load command 0 has the impossible size 4");
+    EXPECT_EQ(errorWith(sizeof(mach_header) + 4, 0xfffffff0),
+              "a.o: damaged: load command 0 has the impossible size 4294967280");
     EXPECT_EQ(errorWith(20, 40),
-              "a.o: damaged: load command 0 has the impossible size " + std::to_string(word(headerSize + 4)));
+              "a.o: damaged: load command 0 has the impossible size " + std::to_string(word(sizeof(mach_header) + 4)));
     EXPECT_EQ(errorWith(command(LC_VERSION_MIN_MACOSX), LC_SYMTAB),
               "a.o: damaged: load command 1 has the impossible size 16");
     EXPECT_EQ(errorWith(command(LC_VERSION_MIN_MACOSX), LC_SEGMENT_64),

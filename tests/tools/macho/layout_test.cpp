@@ -54,6 +54,30 @@ TEST(Layout, HeaderSaysWhatTheLibraryIs)
     EXPECT_EQ(dylib.minimumSystem, 0xa0500u);
 }
 
+// Tools that lengthen a name or add a command write behind the last one.
+TEST(Layout, SlackOfTheLastPageStandsInFrontOfTheCode)
+{
+    for (uint32_t codeSize : {1u, 1800u, 2000u, 3000u, 4000u}) {
+        DylibFile dylib = linked(objects(assembled("a.o", ".text\n.align 4\n.globl _run\n_run: .space " +
+                                                              std::to_string(codeSize) + ", 0x90\n")),
+                                 {"_run"});
+        EXPECT_GE(dylib.commandRoom, 1024u) << codeSize;
+        const DylibSection &text = *dylib.section("__TEXT", "__text");
+        uint32_t slack = dylib.segments[0].fileSize - (text.fileOffset + text.size);
+        EXPECT_LT(slack, 16u + 4u) << codeSize; // what the alignment of the code and the word of zeros take
+        EXPECT_EQ(text.address % 16, 0u);
+    }
+}
+
+TEST(Layout, VersionsThatClaimTooMuchAreRefused)
+{
+    LinkOptions options;
+    options.currentVersion = 0x100;
+    options.compatibilityVersion = 0x10000;
+    EXPECT_EQ(linkError(objects(object("a.o", Language::C, "int run(void) { return 1; }")), {"_run"}, options),
+              "compatibility version 1.0.0 is above the current version 0.1.0");
+}
+
 TEST(Layout, SectionsOfOneNameAreJoinedWithTheirAlignment)
 {
     DylibFile dylib = linked(

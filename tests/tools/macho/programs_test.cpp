@@ -168,7 +168,7 @@ TEST_F(Programs, CheckNoticesCodeThatWouldBeChanged)
     ASSERT_EQ(linkUsually().status, 0);
     Bytes bytes = readBytes(output);
     DylibFile dylib = std::move(parseDylib("x", bytes).value());
-    uint32_t at = format::headerSize + 44; // __DATA becomes read-only
+    uint32_t at = sizeof(format::mach_header) + 44; // __DATA becomes read-only
     while (load32(&bytes[at - 44]) != format::LC_SEGMENT ||
            std::string(reinterpret_cast<char *>(&bytes[at - 36])) != "__DATA")
         at += load32(&bytes[at - 40]);
@@ -183,7 +183,7 @@ TEST_F(Programs, CheckNoticesFixupsThatDisagree)
 {
     ASSERT_EQ(linkUsually().status, 0);
     Bytes bytes = readBytes(output);
-    for (uint32_t at = format::headerSize;; at += load32(&bytes[at + 4])) {
+    for (uint32_t at = sizeof(format::mach_header);; at += load32(&bytes[at + 4])) {
         if (load32(&bytes[at]) != format::LC_DYSYMTAB)
             continue;
         store32(&bytes[at + 76], load32(&bytes[at + 76]) - 1); // one classic rebase fewer
@@ -200,7 +200,7 @@ TEST_F(Programs, CheckNoticesALoadCommandThatEarlySystemsRefuse)
 {
     ASSERT_EQ(linkUsually().status, 0);
     Bytes bytes = readBytes(output);
-    for (uint32_t at = format::headerSize;; at += load32(&bytes[at + 4]))
+    for (uint32_t at = sizeof(format::mach_header);; at += load32(&bytes[at + 4]))
         if (load32(&bytes[at]) == format::LC_DYLD_INFO) {
             store32(&bytes[at], format::LC_DYLD_INFO_ONLY);
             break;

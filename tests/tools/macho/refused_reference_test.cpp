@@ -79,7 +79,7 @@ TEST(RefusedReference, FromALocalPointerToNowhere)
 TEST(RefusedReference, ToASymbolThatIsOnlyForDebugging)
 {
     Bytes bytes = compile(Language::Assembler, ".data\n.long _call\n", "");
-    uint32_t symtab = headerSize;
+    uint32_t symtab = sizeof(mach_header);
     while (load32(&bytes[symtab]) != LC_SYMTAB)
         symtab += load32(&bytes[symtab + 4]);
     bytes[load32(&bytes[symtab + 8]) + 4] = 0x24;
@@ -89,9 +89,9 @@ TEST(RefusedReference, ToASymbolThatIsOnlyForDebugging)
 TEST(RefusedSection, WithoutAName)
 {
     Bytes bytes = compile(Language::Assembler, ".data\n.long 1\n", "");
-    size_t record = headerSize + segmentCommandSize;
+    size_t record = sizeof(mach_header) + sizeof(segment_command);
     while (std::string(reinterpret_cast<char *>(&bytes[record])) != "__data")
-        record += sectionRecordSize;
+        record += sizeof(struct section);
     bytes[record] = 0;
     EXPECT_EQ(linkError(objects(object("a.o", bytes))), "a.o: __DATA,: damaged: the section has no full name");
 }
@@ -119,9 +119,9 @@ TEST(RefusedSection, ThatLeavesNoRoomForWhatDescribesTheLibrary)
 TEST(RefusedSection, OfStubsWithoutASize)
 {
     Bytes bytes = compile(Language::Assembler, std::string(stubs) + ".indirect_symbol _call\n.space 5, 0xf4\n", "");
-    size_t record = headerSize + segmentCommandSize;
+    size_t record = sizeof(mach_header) + sizeof(segment_command);
     while (std::string(reinterpret_cast<char *>(&bytes[record])) != "__jump_table")
-        record += sectionRecordSize;
+        record += sizeof(struct section);
     store32(&bytes[record + 64], 0);
     auto parsed = parseObject("a.o", bytes);
     ASSERT_FALSE(parsed);
@@ -143,7 +143,7 @@ TEST(RefusedLibrary, OfTooManyOthers)
 TEST(RefusedSymbol, GlobalWithoutAName)
 {
     Bytes bytes = compile(Language::Assembler, ".data\n.globl _x\n_x: .long 1\n", "");
-    uint32_t symtab = headerSize;
+    uint32_t symtab = sizeof(mach_header);
     while (load32(&bytes[symtab]) != LC_SYMTAB)
         symtab += load32(&bytes[symtab + 4]);
     store32(&bytes[load32(&bytes[symtab + 8])], 0);

@@ -1,5 +1,7 @@
 #include "tools/macho/symbols.h"
 
+#include <algorithm>
+
 #include <gtest/gtest.h>
 
 #include "tests/tools/macho/compiled_object.h"
@@ -104,6 +106,51 @@ TEST(Symbols, StripLeavesExportsAndImportsOnly)
     EXPECT_EQ(find(stripped, "_own"), nullptr);
     EXPECT_EQ(stripped.symbols.size(), 2u);
     EXPECT_LT(stripped.bytes.size(), whole.bytes.size());
+}
+
+TEST(Symbols, LocalOnesAreNoExports)
+{
+    auto source =
+        "static __attribute__((noinline)) int own(int x) { return x * x; } int hidden(int x) { return own(x); }"
+        "int run(int x) { return hidden(x) + own(x); }";
+    DylibFile dylib = linked(objects(c("a.o", source)), {"_run"});
+    for (const char *name : {"_own", "_hidden"}) {
+        ASSERT_NE(find(dylib, name), nullptr) << name;
+        EXPECT_FALSE(find(dylib, name)->isExport()) << name;
+    }
+    EXPECT_EQ(exportsOf(dylib), std::vector<std::string>{"_run"});
+}
+
+TEST(Symbols, FirstOneIsNoImport)
+{
+    LinkOptions strip;
+    strip.strip = true;
+    auto first = [&](const char *source, LinkOptions options) {
+        DylibFile dylib = linked(objects(c("a.o", source)), {}, options);
+        EXPECT_EQ(std::count(dylib.indirectSymbols.begin(), dylib.indirectSymbols.end(), 0u), 0);
+        EXPECT_FALSE(dylib.indirectSymbols.empty());
+        return dylib.symbols.front();
+    };
+    const char *nothingExported = "int call(int); __attribute__((constructor)) static void start(void) { call(1); }";
+    EXPECT_EQ(first(nothingExported, {}).name, "_start");
+    EXPECT_FALSE(first(nothingExported, strip).isImport());
+}
+
+TEST(FunctionStarts, AreThoseOfTheCodeInOrder)
+{
+    LinkOptions strip;
+    strip.strip = true;
+    for (const LinkOptions &options : {LinkOptions{}, strip}) {
+        DylibFile dylib = linked(
+            objects(c("a.o", "int number2 = 2; __attribute__((visibility(\"default\"))) int one(int x) { return x; }"),
+                    c("b.o", "static __attribute__((noinline)) int own(int x) { return x * x; }"
+                             "int two(int x) { return own(x); }")),
+            {"_one", "_two"}, options);
+        ASSERT_EQ(dylib.functionStarts.size(), 3u);
+        EXPECT_EQ(dylib.functionStarts[0], addressOf(dylib, "_one"));
+        EXPECT_TRUE(std::count(dylib.functionStarts.begin(), dylib.functionStarts.end(), addressOf(dylib, "_two")));
+        EXPECT_TRUE(std::is_sorted(dylib.functionStarts.begin(), dylib.functionStarts.end()));
+    }
 }
 
 TEST(Symbols, CompilersOwnNamesAreLeftOut)
