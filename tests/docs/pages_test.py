@@ -8,6 +8,7 @@ import support
 import examples
 import pages
 import reference
+import xojo_words
 
 
 class Cases(unittest.TestCase):
@@ -27,10 +28,33 @@ class Cases(unittest.TestCase):
         for member in reference.read():
             text = self.pages[f"members/{member.page}.md"]
             headings = re.findall(r"^## (.+)$", text, flags=re.M)
-            self.assertEqual(headings, [*member.sections, "Hosts and systems", "Example"])
+            expected = [*member.sections, "Hosts and systems", "Example"]
+            self.assertIn(headings, (expected, [*expected, "See also"]))
             for code, output in member.example.programs:
                 self.assertIn(code, text)
                 self.assertIn(output, text)
+
+    def test_a_page_leads_to_what_stores_the_value_the_chapter_and_the_programs(self):
+        text = self.pages["members/stringArrayForKey.md"].partition("## See also")[2]
+        self.assertIn("- Stored with [setStringArrayValue](setStringArrayValue.md)\n", text)
+        self.assertIn("- Arrays and dictionaries: [dictionaryForKey](dictionaryForKey.md), ", text)
+        self.assertIn("- Examples: [Recent files](../examples/recent_files.md)", text)
+        self.assertIn("- Read with [URLForKey](URLForKey.md)\n", self.pages["members/setURLValue.md"])
+        self.assertNotIn("ed with", self.pages["members/synchronize.md"].partition("## See also")[2])
+
+    def test_the_list_of_members_has_each_with_its_declaration_and_what_it_does(self):
+        for member in reference.read():
+            signature = member.declaration.removeprefix(member.name).strip()
+            row = rf"| [{member.name}]({member.page}.md) {f'`{signature}`' if signature else ''} | "
+            line = next(line for line in self.pages["members/index.md"].splitlines() if line.startswith(row))
+            self.assertTrue(line.endswith(f"{member.summary} |"), line)
+
+    def test_every_word_of_the_language_has_a_colour(self):
+        grammar = re.search(r"^## Grammar\n([\s\S]*?)^## ", self.pages["script.md"], flags=re.M)[1]
+        words = set(re.findall(r'"([A-Z][A-Za-z]+)"', grammar))
+        self.assertGreater(len(words), 40)
+        coloured = {*xojo_words.KEYWORDS, *xojo_words.CONSTANTS, *xojo_words.TYPES, *xojo_words.STATEMENTS}
+        self.assertEqual(words - coloured, set())
 
     def test_every_link_leads_to_a_page(self):
         for path, text in self.pages.items():

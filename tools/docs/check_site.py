@@ -1,5 +1,6 @@
 """check_site.py SITE: every link of a static site, read from disk, leads to a file and an anchor that are there, nothing
-comes from the network, and every member of the class has its page. Prints what is wrong; status 1 if anything is."""
+comes from the network, every member of the class has its page, and a reader hears on each page which one it is and can go
+past the way around. Prints what is wrong; status 1 if anything is."""
 import html.parser
 import pathlib
 import sys
@@ -8,10 +9,13 @@ import urllib.parse
 import reference
 
 
+UNLISTED = ("index.html", "search.html")  # in no list of pages
+
+
 class Page(html.parser.HTMLParser):
     def __init__(self, text):
         super().__init__()
-        self.links, self.loaded, self.anchors = [], [], set()
+        self.links, self.loaded, self.anchors, self.marks_itself, self.has_skip = [], [], set(), False, False
         self.feed(text)
 
     def handle_starttag(self, tag, attributes):
@@ -20,6 +24,8 @@ class Page(html.parser.HTMLParser):
             self.anchors.add(values["id"])
         if tag == "a" and values.get("href"):
             self.links.append(values["href"])
+            self.marks_itself |= values.get("aria-current") == "page"
+            self.has_skip |= values.get("class") == "skip"
         if tag == "link" and values.get("rel") in ("stylesheet", "icon", "preload") and values.get("href"):
             self.loaded.append(values["href"])
         if tag in ("script", "img", "iframe") and values.get("src"):
@@ -33,6 +39,10 @@ def problems(site, member_pages):
     found = []
     for path, page in pages.items():
         shown = path.relative_to(site)
+        if not page.has_skip:
+            found.append(f"{shown}: there is no way past the list of pages")
+        if not page.marks_itself and shown.as_posix() not in UNLISTED:
+            found.append(f"{shown}: the page is not marked in the list of pages")
         for address in page.loaded + page.links:
             parts = urllib.parse.urlsplit(address)
             if parts.scheme or parts.netloc:

@@ -11,6 +11,7 @@ import sys
 
 import examples
 import reference
+from see_also import see_also
 
 ROOT = reference.ROOT
 WRITTEN = ROOT / "docs" / "reference"
@@ -76,7 +77,7 @@ def systems_of(member):
             f"- Systems: {systems[0].lower() + systems[1:] if systems.startswith('All') else systems}\n")
 
 
-def member_page(member):
+def member_page(member, members, programs):
     kind = "shared method" if member.is_shared else "method"
     parts = [f"# {member.title}\n", f"```xojo\n{member.declaration}\n```\n", f"{member.summary}\n"]
     if member.remarks:
@@ -96,6 +97,7 @@ def member_page(member):
         parts.append(f"## {name}\n\n{body}\n")
     parts.append(systems_of(member))
     parts.append(example_section(member.example))
+    parts.append(see_also(member, members, programs))
     return "\n".join(parts)
 
 
@@ -120,7 +122,9 @@ def members_index(members):
         for member in members:
             if member.facts["Subject"] == subject:
                 shared = "*Shared.* " if member.is_shared else ""
-                parts.append(f"| [{member.title}]({member.page}.md) | {shared}{member.summary} |")
+                signature = member.declaration.removeprefix(member.name).strip()
+                parts.append(f"| [{member.name}]({member.page}.md) {f'`{signature}`' if signature else ''} "
+                             f"| {shared}{member.summary} |")
         parts.append("")
     by_subject = sorted(members, key=lambda member: reference.SUBJECTS.index(member.facts["Subject"]))
     parts.append(toctree([member.page for member in by_subject]))
@@ -146,10 +150,9 @@ def examples_index(all_examples):
 
 
 def all_pages():
-    members = reference.read()
-    pages = {f"members/{member.page}.md": link_marks(member_page(member), "../") for member in members}
+    members, programs = reference.read(), examples.read()
+    pages = {f"members/{member.page}.md": link_marks(member_page(member, members, programs), "../") for member in members}
     pages["members/index.md"] = members_index(members)
-    programs = examples.read()
     pages.update({f"examples/{example.name}.md": example_page(example) for example in programs})
     pages["examples/index.md"] = examples_index(programs)
     names = {member.page: member.title for member in members}
