@@ -27,7 +27,7 @@ demo: configure ## a short tour of the class in the embedded host
 	@host/plughost/demo.sh $(PLUGIN)
 
 test: build ## build and run every test; the last line counts them
-	@tools/run-tests.sh $(preset)
+	@tools/run-tests.py $(preset)
 
 test-macos: build ## the macOS plug-in's tests at every level of optimisation and with both kinds of fix-ups (minutes)
 	@tools/test-macos-variants.sh $(preset)

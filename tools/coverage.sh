@@ -14,8 +14,8 @@ mkdir -p "$tree/counts"
 # One file for each of four processes at a time, added to by all that follow. The tests of the released file's own look
 # would find the counters in it.
 log=$tree/tests.log
-LLVM_PROFILE_FILE=$tree/counts/%4m.profraw tools/run-tests.sh "$preset" --exclude-regex '^binary\.' >"$log" || {
-    sed -n '/tests FAILED:/,$p' "$log" >&2
+LLVM_PROFILE_FILE=$tree/counts/%4m.profraw tools/run-tests.py "$preset" --exclude-regex '^binary($|\.)' >"$log" || {
+    cat "$log" >&2
     exit 1
 }
 tail -n 1 "$log"

@@ -22,7 +22,7 @@ ulimit -s 65536
 
 # The tests of the released file's own look, of the set-up and of documents have nothing to do with memory.
 status=0
-tools/run-tests.sh "$preset" --exclude-regex '^(binary|setup|docs)\.' || status=1
+tools/run-tests.py "$preset" --exclude-regex '^(binary|setup|docs)($|\.)' || status=1
 if [ -n "$(ls "$reports")" ]; then
     cat "$reports"/*
     echo "$(ls "$reports" | wc -l) processes were reported"

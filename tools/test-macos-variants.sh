@@ -17,12 +17,12 @@ for level in O0 O1 O2 O3; do
     for fixups in classic compressed; do
         export MACOS_LEVEL=$level MACHORUN_FIXUPS=$fixups
         status=0
-        outcome=$(tools/run-tests.sh "$preset" --tests-regex '^dylib\.') || status=$?
+        outcome=$(tools/run-tests.py "$preset" --tests-regex '^dylib\.') || status=$?
         count=$(tail -n 1 <<<"$outcome")
         echo "$level, $fixups fix-ups: $count"
         expected=${expected:-$count}
         if [ "$status" -ne 0 ] || [ "$count" != "$expected" ]; then
-            echo "$outcome" | grep -v ' Passed ' >&2
+            echo "$outcome" >&2
             exit 1
         fi
     done

@@ -1,23 +1,17 @@
 #include "host/plughost/environment.h"
 
-#include <cerrno>
 #include <cstdlib>
-#include <cstring>
 #include <filesystem>
-#include <fstream>
-#include <sstream>
-#include <sys/mman.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include "ground.h"
+#include "host/isolation/configuration.h"
 #include "host/plughost/errors.h"
 
 namespace plughost {
 
 namespace fs = std::filesystem;
 
-static const char kThisProgram[] = "/proc/self/exe";
 // The defaults folder that the configuration named by GNUSTEP_CONFIG_FILE was made for.
 static const char kConfiguredFor[] = "PLUGHOST_CONFIGURED_FOR";
 
@@ -39,27 +33,7 @@ static std::string absoluteFolder(const std::string &path)
     return folder;
 }
 
-// The configuration in force with another defaults folder, in memory, as a path that this process and its children can
-// open. Foundation ignores a configuration that others may write, hence the mode.
-static std::string configurationFor(const std::string &folder, const std::string &original)
-{
-    std::ifstream source(original);
-    if (!source)
-        throw UsageError("cannot read Foundation's configuration " + original);
-    std::ostringstream text;
-    for (std::string line; std::getline(source, line);)
-        if (line.rfind("GNUSTEP_USER_DEFAULTS_DIR=", 0) != 0)
-            text << line << '\n';
-    text << "GNUSTEP_USER_DEFAULTS_DIR=\"" << folder << "\"\n";
-
-    int file = memfd_create("GNUstep.conf", 0);
-    std::string content = text.str();
-    if (file < 0 || fchmod(file, 0600) != 0 || write(file, content.data(), content.size()) != ssize_t(content.size()))
-        throw std::runtime_error(std::string("cannot keep Foundation's configuration: ") + strerror(errno));
-    return "/proc/self/fd/" + std::to_string(file);
-}
-
-void prepareEnvironment(const std::string &defaultsDir, char **arguments)
+void prepareEnvironment(const std::string &defaultsDir)
 {
     std::string folder = defaultsDir.empty() ? "" : absoluteFolder(defaultsDir);
     std::string config = environmentValue("GNUSTEP_CONFIG_FILE");
@@ -72,18 +46,19 @@ void prepareEnvironment(const std::string &defaultsDir, char **arguments)
         // A configuration in memory of another process may be gone: then it is the build's own that is changed.
         if (access(config.c_str(), R_OK) != 0)
             config = kGnustepConfigFile;
-        setenv("GNUSTEP_CONFIG_FILE", (folder.empty() ? config : configurationFor(folder, config)).c_str(), 1);
+        if (!folder.empty())
+            config = isolation::fileInMemory(isolation::configurationWith(folder, config));
+        setenv("GNUSTEP_CONFIG_FILE", config.c_str(), 1);
         setenv(kConfiguredFor, folder.c_str(), 1);
     }
     setenv("GCONV_PATH", kGconvPath, 0);
     setenv("GNUSTEP_TZ", getenv("TZ") ? getenv("TZ") : "UTC", 0);
-    execv(kThisProgram, arguments);
-    throw std::runtime_error(std::string("cannot execute the program again: ") + strerror(errno));
+    isolation::executeAgain();
 }
 
 std::string besideProgram(const std::string &name)
 {
-    return fs::read_symlink(kThisProgram).parent_path() / name;
+    return fs::read_symlink("/proc/self/exe").parent_path() / name;
 }
 
 } // namespace plughost

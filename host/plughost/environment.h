@@ -9,7 +9,7 @@ namespace plughost {
 // sets already is left as it is, except that a defaults folder, when one is given (it is made if missing), always takes
 // the place of the one in the configuration; child processes inherit it. Throws UsageError for a folder that cannot be
 // used.
-void prepareEnvironment(const std::string &defaultsDir, char **arguments);
+void prepareEnvironment(const std::string &defaultsDir);
 
 // A file that is built into the same folder as the program.
 std::string besideProgram(const std::string &name);

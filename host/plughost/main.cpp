@@ -92,7 +92,7 @@ static int run(int count, char **arguments)
     addCommands(program);
     try {
         program.app.parse(count, arguments);
-        prepareEnvironment(program.options.defaultsDir, arguments);
+        prepareEnvironment(program.options.defaultsDir);
         return program.chosen ? program.chosen() : runInteractively(program);
     } catch (const CLI::Success &success) {
         return program.app.exit(success); // prints the help or the version

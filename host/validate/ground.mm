@@ -1,8 +1,8 @@
 #include "host/validate/ground.h"
 
-#import <AppKit/AppKit.h>
 #import <Foundation/Foundation.h>
 
+#include "host/isolation/cocoa.h"
 #include "host/validate/case.h"
 #include "host/validate/guarded_body.h"
 #ifdef VALIDATE_MACHORUN
@@ -36,11 +36,8 @@ void prepareGround(const Settings &settings)
         GSInitializeProcess(1, arguments, environ);
         [[NSProcessInfo processInfo] setProcessName:@"Validated"];
         _NSLog_printf_handler = catchLogLine;
-        [NSApplication sharedApplication];
-        [NSFont systemFontOfSize:12];
-        [[NSCalendarDate date] description];
-        [NSURL URLWithString:@"http://example.com/"];
     }
+    isolation::startCocoa();
 #ifdef VALIDATE_MACHORUN
     theHost().addLoader(machorun::HostLoader());
 #endif

@@ -1,4 +1,4 @@
-// Runs batches of cases, each in a child process of its own with a folder of its own, a few at a time.
+// Chooses the cases and runs them, each batch in a child process of its own.
 #pragma once
 
 #include <vector>

@@ -3,14 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <string>
-#include <utility>
-#include <vector>
 
-using Environment = std::vector<std::pair<std::string, std::string>>;
+#include "tests/support/runner/new_process.h"
 
-// Some things are settled when a process starts. The first call runs the current test once more in a process with these
-// variables, expects it to pass there, and is false; in that process it is true.
-bool inNewProcess(const Environment &environment);
+using test_runner::inNewProcess;
 
 // What a command of a shell prints; a test fails when its status is not 0.
 std::string outputOf(const std::string &command);

@@ -2,32 +2,10 @@
 
 #import <Foundation/Foundation.h>
 #include <stdlib.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-
-bool inNewProcess(const Environment &environment)
-{
-    if (getenv("PLATFORM_TEST_AGAIN"))
-        return true;
-    const testing::TestInfo *test = testing::UnitTest::GetInstance()->current_test_info();
-    std::string filter = std::string("--gtest_filter=") + test->test_suite_name() + "." + test->name();
-    pid_t child = fork();
-    if (child == 0) {
-        setenv("PLATFORM_TEST_AGAIN", "1", 1);
-        for (const auto &[name, value] : environment)
-            setenv(name.c_str(), value.c_str(), 1);
-        execl("/proc/self/exe", "platform_test", filter.c_str(), nullptr);
-        _exit(127);
-    }
-    int status = -1;
-    waitpid(child, &status, 0);
-    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << "in the new process";
-    return false;
-}
 
 std::string outputOf(const std::string &command)
 {

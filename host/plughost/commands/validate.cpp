@@ -1,18 +1,9 @@
 #include "host/plughost/commands/validate.h"
 
-#include <cerrno>
-#include <cstdlib>
-#include <cstring>
 #include <filesystem>
-#include <fstream>
 #include <memory>
-#include <sstream>
-#include <sys/mman.h>
-#include <sys/stat.h>
-#include <unistd.h>
-#include <vector>
 
-#include "ground.h"
+#include "host/isolation/configuration.h"
 #include "host/plughost/environment.h"
 #include "host/plughost/errors.h"
 #include "host/plughost/program.h"
@@ -24,51 +15,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Set to the id of the process that it was made for: a child process of another kind makes its own.
-const char kConfigured[] = "PLUGHOST_VALIDATES";
-
-std::string ownConfiguration()
-{
-    std::ifstream source(kGnustepConfigFile);
-    std::ostringstream text;
-    for (std::string line; std::getline(source, line);)
-        if (line.rfind("GNUSTEP_USER_DEFAULTS_DIR=", 0) != 0)
-            text << line << '\n';
-    text << "GNUSTEP_USER_DEFAULTS_DIR=\"" << validate::kDefaultsFolder << "\"\n";
-    return text.str();
-}
-
-std::vector<char *> ownArguments(std::string &text)
-{
-    std::ifstream file("/proc/self/cmdline", std::ios::binary);
-    text.assign(std::istreambuf_iterator<char>(file), {});
-    std::vector<char *> arguments;
-    for (size_t i = 0; i < text.size(); i += strlen(&text[i]) + 1)
-        arguments.push_back(&text[i]);
-    arguments.push_back(nullptr);
-    return arguments;
-}
-
-// Foundation reads its configuration before main, so the program is executed again with one in which every child
-// process has the defaults database in its own current folder.
-void configureFoundation()
-{
-    std::string self = std::to_string(getpid());
-    const char *configured = getenv(kConfigured);
-    if (configured && self == configured)
-        return;
-    std::string text = ownConfiguration();
-    int file = memfd_create("GNUstep.conf", 0);
-    if (file < 0 || fchmod(file, 0600) != 0 || write(file, text.data(), text.size()) != ssize_t(text.size()))
-        throw InputError(std::string("cannot keep Foundation's configuration: ") + strerror(errno));
-    setenv("GNUSTEP_CONFIG_FILE", ("/proc/self/fd/" + std::to_string(file)).c_str(), 1);
-    setenv("GNUSTEP_TZ", "UTC", 1);
-    setenv(kConfigured, self.c_str(), 1);
-    std::string words;
-    execv("/proc/self/exe", ownArguments(words).data());
-    throw InputError(std::string("cannot execute the program again: ") + strerror(errno));
-}
-
 std::string absolutePath(const std::string &path)
 {
     std::error_code error;
@@ -78,7 +24,7 @@ std::string absolutePath(const std::string &path)
 
 int runValidator(const Options &options, validate::Settings settings)
 {
-    configureFoundation();
+    isolation::keepDefaultsInCurrentFolder();
     settings.plugin = absolutePath(options.plugin.empty() ? besideProgram("NSUserDefaults.so") : options.plugin);
     settings.family = besideProgram("Family.so");
     if (!settings.jsonFile.empty())

@@ -2,9 +2,7 @@
 #include "tests/bridge/crossing.h"
 
 #include "platform/gnustep/test_support.h"
-
-#include <sys/wait.h>
-#include <unistd.h>
+#include "tests/support/runner/new_process.h"
 
 using host::Value;
 
@@ -57,25 +55,10 @@ protected:
         carrier();
     }
 
-    // Which functions a system lacks is decided when a process starts. So the test runs itself again in a process that
-    // lacks the one named, and true tells the outer one that all is done.
+    // Which functions a system lacks is decided when a process starts.
     bool isDoneInASystemWithout(const char *function)
     {
-        const char *absent = getenv(PLATFORM_ABSENT_VARIABLE);
-        if (absent && strcmp(absent, function) == 0)
-            return false;
-        const testing::TestInfo &test = *testing::UnitTest::GetInstance()->current_test_info();
-        const std::string filter = std::string("--gtest_filter=") + test.test_suite_name() + "." + test.name();
-        setenv(PLATFORM_ABSENT_VARIABLE, function, 1);
-        pid_t child = fork();
-        if (child == 0) {
-            execl("/proc/self/exe", "cf_wrapper_test", filter.c_str(), nullptr);
-            _exit(127);
-        }
-        int status = -1;
-        EXPECT_EQ(waitpid(child, &status, 0), child);
-        EXPECT_EQ(status, 0) << "without " << function;
-        return true;
+        return !test_runner::inNewProcess({{PLATFORM_ABSENT_VARIABLE, function}});
     }
 
     id objectOfType(CFTypeID type) { return [(id)PlatformCreateObject(type) autorelease]; }

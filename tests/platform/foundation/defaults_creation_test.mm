@@ -90,7 +90,7 @@ class SeveralUsers : public testing::Test {
 protected:
     bool inTheirProcess()
     {
-        if (getenv("PLATFORM_TEST_AGAIN")) {
+        if (test_runner::isNewProcess()) {
             pool = [[NSAutoreleasePool alloc] init];
             return true;
         }
