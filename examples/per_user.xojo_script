@@ -1,5 +1,6 @@
 ' The defaults of users by their names, as a tool for administrators needs them. per_user.users names the users of this
-' example; reading and writing another user's defaults needs the rights to that user's files.
+' example; reading and writing another user's defaults needs the rights to that user's files. Apple advises against it
+' from OS X 10.9 on, and on the latest systems the name no longer counts: every object is for the current user.
 
 Sub ShowUser(name As String)
   Dim d As New NSUserDefaultsKTZ(name)

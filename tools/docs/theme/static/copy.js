@@ -25,6 +25,6 @@
     program.insertBefore(button, program.firstChild);
   }
 
-  var programs = document.querySelectorAll(".highlight-xojo, .highlight-default, .highlight-xml");
+  var programs = document.querySelectorAll(".highlight-xojo, .highlight-default, .highlight-none, .highlight-xml");
   for (var i = 0; i < programs.length; i++) addButton(programs[i]);
 })();
