@@ -1,11 +1,12 @@
 // Runs every case of one configuration under callgrind. Only the calls themselves are collected; after each side of a
 // case the counts are written out under a label that says what was counted:
 //
-//     side | repeats | size | calls of host entries | names asked of the host | case
+//     side | repeats | size | calls of host entries | names asked of the host | where the plug-in's code lies | case
 #include "bench/ground.h"
 
 #include <callgrind.h>
 #include <cstdio>
+#include <regex>
 #include <utility>
 
 using namespace bench;
@@ -68,15 +69,16 @@ void count(Ground &ground, Case &each, const std::function<void()> &side, const 
     CALLGRIND_TOGGLE_COLLECT;
 
     char label[400];
-    snprintf(label, sizeof label, "%s|%d|%ld|%ld|%zu|%s", sideName, each.repeats, each.size,
-             traffic.calls / each.repeats, traffic.lookups / each.repeats, each.name.c_str());
+    snprintf(label, sizeof label, "%s|%d|%ld|%ld|%zu|%zx-%zx|%s", sideName, each.repeats, each.size,
+             traffic.calls / each.repeats, traffic.lookups / each.repeats, size_t(ground.code.start),
+             size_t(ground.code.end), each.name.c_str());
     CALLGRIND_DUMP_STATS_AT(label);
 }
 
-void countAll(Ground &ground, Cases &cases, const std::string &only)
+void countAll(Ground &ground, Cases &cases, const std::regex &only)
 {
     for (Case &each : cases.all()) {
-        if (each.name.find(only) == std::string::npos)
+        if (!std::regex_search(each.name, only))
             continue;
         count(ground, each, each.hand, "hand");
         count(ground, each, each.through, "through");
@@ -91,15 +93,15 @@ int main(int argc, char **argv)
 {
     const Configuration *configuration = argc == 3 || argc == 4 ? configurationNamed(argv[1]) : nullptr;
     if (!configuration) {
-        fprintf(stderr, "usage: bench_counts CONFIGURATION check|full [PART-OF-A-NAME]\n");
+        fprintf(stderr, "usage: bench_counts CONFIGURATION check|full [EXPRESSION-FOR-NAMES]\n");
         return 2;
     }
-    const std::string only = argc == 4 ? argv[3] : "";
+    const std::regex only(argc == 4 ? argv[3] : "");
     void *pool = newPool();
     static Ground ground(*configuration);
     static Cases start, steady;
     addStart(start, ground);
-    countAll(ground, start, ""); // the others need what these begin
+    countAll(ground, start, std::regex("")); // the others need what these begin
     addSteady(steady, ground, extentNamed(argv[2], Extent::Counted));
     countAll(ground, steady, only);
     endPool(pool);

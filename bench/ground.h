@@ -2,6 +2,7 @@
 #pragma once
 
 #include "bench/case.h"
+#include "bench/own_code.h"
 #include "host/host.h"
 
 #include <set>
@@ -27,6 +28,7 @@ public:
     const Configuration &configuration;
     host::Host &host;
     host::Plugin *plugin;
+    CodeRange code; // the plug-in's own
 
     // The method's C function, as the plug-in registered it.
     template <class Function>

@@ -1,5 +1,7 @@
 #include "bench/ground.h"
 
+#include "tools/machorun/host_loader.h"
+
 #include <ground.h> // of the build: where its files are
 
 #include <Foundation/Foundation.h>
@@ -44,9 +46,11 @@ static host::Profile profileOf(const Configuration &configuration)
 Ground::Ground(const Configuration &configuration) : configuration(configuration), host(host::Host::shared())
 {
     host.use(profileOf(configuration));
+    host.addLoader(machorun::HostLoader());
     host.load(std::string(kBuildDir) + "/Family.so");
-    const char *other = getenv("PLUGIN_UNDER_TEST"); // to compare one build of the plug-in with another
+    const char *other = getenv("PLUGIN_UNDER_TEST"); // the macOS file, or another build
     plugin = &host.open(other && *other ? other : std::string(kBuildDir) + "/NSUserDefaults.so");
+    code = codeAround(plugin->symbol("REALPluginMain"));
 }
 
 void *Ground::functionOf(const char *declaration, bool isShared)

@@ -3,7 +3,6 @@
 #include "bench/heap_account.h"
 
 #include <algorithm>
-#include <cstdint>
 #include <iterator>
 #include <malloc.h>
 
@@ -15,15 +14,14 @@ extern "C" void __libc_free(void *block);
 namespace bench {
 
 static HeapAccount account;
-static uintptr_t ownStart = 0, ownEnd = 0;
+static CodeRange ownCode;
 
 // The plug-in has few blocks at a time.
 static void *ownBlocks[256];
 
-void setOwnCode(const void *start, const void *end)
+void setOwnCode(const CodeRange &code)
 {
-    ownStart = reinterpret_cast<uintptr_t>(start);
-    ownEnd = reinterpret_cast<uintptr_t>(end);
+    ownCode = code;
 }
 
 void resetHeapPeaks()
@@ -45,8 +43,7 @@ static void *entered(void *block, const void *caller)
     const long size = long(malloc_usable_size(block));
     account.live += size;
     account.peak = std::max(account.peak, account.live);
-    const uintptr_t address = reinterpret_cast<uintptr_t>(caller);
-    if (address < ownStart || address >= ownEnd)
+    if (!ownCode.contains(reinterpret_cast<uintptr_t>(caller)))
         return block;
     account.ownAllocations++;
     account.ownLive += size;

@@ -1,7 +1,7 @@
 // An account of the heap: every block of the process, and those that the plug-in itself asked for.
 #pragma once
 
-#include <cstddef>
+#include "bench/own_code.h"
 
 namespace bench {
 
@@ -11,8 +11,8 @@ struct HeapAccount {
     long ownAllocations = 0;
 };
 
-// From now on blocks asked for from code between these addresses count as the plug-in's own.
-void setOwnCode(const void *start, const void *end);
+// From now on blocks asked for from this code count as the plug-in's own.
+void setOwnCode(const CodeRange &code);
 
 // The highest levels start anew from here.
 void resetHeapPeaks();

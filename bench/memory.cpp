@@ -3,28 +3,12 @@
 #include "bench/heap_account.h"
 
 #include <cstdio>
-#include <cstring>
 #include <iostream>
-#include <link.h>
 #include <nlohmann/json.hpp>
 
 using namespace bench;
 
 namespace {
-
-int findPlugIn(dl_phdr_info *info, size_t, void *)
-{
-    if (!strstr(info->dlpi_name, "NSUserDefaults.so"))
-        return 0;
-    for (int i = 0; i < info->dlpi_phnum; i++) {
-        const auto &segment = info->dlpi_phdr[i];
-        if (segment.p_type != PT_LOAD || !(segment.p_flags & PF_X))
-            continue;
-        auto *start = reinterpret_cast<const char *>(info->dlpi_addr + segment.p_vaddr);
-        setOwnCode(start, start + segment.p_memsz);
-    }
-    return 1;
-}
 
 nlohmann::json weigh(Case &each)
 {
@@ -59,7 +43,7 @@ int main(int argc, char **argv)
     }
     void *pool = newPool();
     static Ground ground(*configuration);
-    dl_iterate_phdr(findPlugIn, nullptr);
+    setOwnCode(ground.code);
     static Cases start, steady;
     addStart(start, ground);
     auto weights = nlohmann::json::array();

@@ -1,7 +1,9 @@
 #include "bench/report/counts.h"
+#include "bench/own_code.h"
 
 #include <algorithm>
 #include <array>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <fstream>
@@ -13,15 +15,21 @@ namespace bench {
 
 namespace {
 
-constexpr size_t kParts = 4; // whom a library's work can be attributed to
+constexpr size_t kParts = 5; // whom a library's work can be attributed to
 using Shares = std::array<double, kParts>;
 
-Part partOf(const std::string &object)
+// Callgrind knows ELF files by name. What our own loader has mapped is in no file to it, and its functions are called
+// by their addresses.
+Part partOf(const std::string &object, const std::string &function, const CodeRange &plugIn)
 {
+    if (object == "???")
+        return plugIn.contains(strtoul(function.c_str(), nullptr, 16)) ? Part::PlugIn : Part::Library;
     const std::string file = object.substr(object.rfind('/') + 1);
     auto startsWith = [&](const char *start) { return file.rfind(start, 0) == 0; };
     if (file == "NSUserDefaults.so")
         return Part::PlugIn;
+    if (startsWith("libbench_loader"))
+        return Part::Loader;
     if (startsWith("libbench_host") || file == "Family.so")
         return Part::Host;
     if (startsWith("libgnustep-") || startsWith("libobjc") || startsWith("libplatform-gnustep"))
@@ -53,7 +61,7 @@ public:
     {
         auto [place, isNew] = _numbers.try_emplace({object, name}, int(_functions.size()));
         if (isNew)
-            _functions.push_back({partOf(object), name, 0, {}, {}});
+            _functions.push_back({partOf(object, name, plugIn), name, 0, {}, {}});
         return place->second;
     }
 
@@ -84,7 +92,7 @@ public:
         for (const Function &function : _functions) {
             if (function.part == Part::PlugIn)
                 count.own += function.own;
-            else if (function.part != Part::Driver)
+            else if (function.part != Part::Driver && function.part != Part::Loader)
                 for (size_t part = 0; part < kParts; part++)
                     libraries[part] += function.own * function.shares[part];
         }
@@ -97,6 +105,7 @@ public:
     }
 
     std::string label;
+    CodeRange plugIn;
     double allocations = 0;
 
 private:
@@ -145,12 +154,13 @@ private:
 Count described(Count count, const std::string &label)
 {
     std::istringstream fields(label);
-    std::string repeats, size, hostCalls, namesAsked;
+    std::string repeats, size, hostCalls, namesAsked, plugIn;
     std::getline(fields, count.side, '|');
     std::getline(fields, repeats, '|');
     std::getline(fields, size, '|');
     std::getline(fields, hostCalls, '|');
     std::getline(fields, namesAsked, '|');
+    std::getline(fields, plugIn, '|');
     std::getline(fields, count.name);
     const double times = atof(repeats.c_str());
     if (count.name.empty() || times < 1)
@@ -161,6 +171,17 @@ Count described(Count count, const std::string &label)
     count.hostCalls = atol(hostCalls.c_str());
     count.namesAsked = atol(namesAsked.c_str());
     return count;
+}
+
+// Where a label says that the plug-in's code lies: two addresses with a hyphen between them, in the field before the
+// last.
+CodeRange codeRangeIn(const std::string &label)
+{
+    const size_t end = label.rfind('|'), start = end == std::string::npos ? end : label.rfind('|', end - 1);
+    unsigned long from = 0, to = 0;
+    if (start == std::string::npos || sscanf(label.c_str() + start, "|%lx-%lx|", &from, &to) != 2)
+        throw std::runtime_error("not a label of a case: " + label);
+    return {from, to};
 }
 
 // What stands after `start` at the beginning of the line, if it is there.
@@ -208,6 +229,7 @@ std::vector<Count> readCounts(const std::string &path, const std::string &config
             function = called = -1;
         } else if (after(line, "desc: Trigger: Client Request: ", &rest)) {
             stretch.label = rest;
+            stretch.plugIn = codeRangeIn(rest);
         } else if (after(line, "ob=", &rest)) {
             object = objects.read(rest);
         } else if (after(line, "fn=", &rest)) {

@@ -7,14 +7,14 @@
 
 namespace bench {
 
-enum class Part { Driver, PlugIn, Host, Cocoa, Library };
+enum class Part { Driver, PlugIn, Host, Cocoa, Loader, Library };
 
 struct Count {
     std::string configuration, side, name;
     long size = 0;
     long hostCalls = 0;     // per call
     long namesAsked = 0;    // of the host, per call
-    double own = 0;         // instructions of the plug-in's own file, per call
+    double own = 0;         // instructions of the plug-in's own code, per call
     double ownLibrary = 0;  // and of the C library on its behalf
     double host = 0;        // the embedded host and the companion library, with the C library on their behalf
     double cocoa = 0;       // GNUstep, its Objective-C runtime, the platform layer, with the libraries they use

@@ -1,6 +1,11 @@
 // bench_report FOLDER BUDGETS [--json FILE] [--svg FILE] [--markdown FILE] [--brief]
 //
-// Reads what the runs left in the folder, prints the tables and judges the budgets. Status 1 when one is missed.
+// Reads what the runs left in FOLDER/linux and FOLDER/macos, one for each file of the plug-in, prints the tables and
+// judges the budgets. Status 1 when one is missed.
+//
+// bench_report --judged BUDGETS
+//
+// Prints an expression for the names of the cases that the budgets look at.
 #include "bench/report/plot.h"
 #include "bench/report/results.h"
 #include "bench/report/table.h"
@@ -52,7 +57,7 @@ json readJson(const std::filesystem::path &path)
 }
 
 // The files of a folder are called KIND-CONFIGURATION.ENDING.
-Results readFolder(const std::string &folder)
+Results readFolder(const std::filesystem::path &folder)
 {
     std::vector<std::filesystem::path> files;
     for (const auto &entry : std::filesystem::directory_iterator(folder))
@@ -82,28 +87,33 @@ int main(int argc, char **argv)
 try {
     Options options;
     if (!parse(argc, argv, &options)) {
-        std::cerr << "usage: bench_report FOLDER BUDGETS [--json FILE] [--svg FILE] [--markdown FILE] [--brief]\n";
+        std::cerr << "usage: bench_report FOLDER BUDGETS [--json FILE] [--svg FILE] [--markdown FILE] [--brief]\n"
+                     "       bench_report --judged BUDGETS\n";
         return 2;
     }
-    const Results results = readFolder(options.folder);
-    const json budgets = readJson(options.budgets);
-    const std::vector<Judged> judged = judge(budgets.at("budgets"), results.all());
-    const std::filesystem::path comparison = options.folder + "/comparison.json";
+    const json budgets = readJson(options.budgets).at("budgets");
+    if (options.folder == "--judged") {
+        std::cout << judgedCases(budgets) << "\n";
+        return 0;
+    }
+    const std::filesystem::path folder = options.folder, comparison = folder / "comparison.json";
+    const Measurements results = {readFolder(folder / "linux"), readFolder(folder / "macos")};
+    const std::vector<Judged> judged = judge(budgets, results);
     const json others = std::filesystem::exists(comparison) ? readJson(comparison) : json();
 
     if (!options.brief)
-        printResults(std::cout, results.all());
+        printResults(std::cout, results);
     printBudgets(std::cout, judged);
     if (!others.is_null())
-        printComparison(std::cout, others, results.all());
+        printComparison(std::cout, others, results.linuxFile);
     if (!options.json.empty())
-        std::ofstream(options.json) << asJson(results.all(), judged, others).dump(1) << "\n";
+        std::ofstream(options.json) << asJson(results, judged, others).dump(1) << "\n";
     if (!options.svg.empty())
-        std::ofstream(options.svg) << plot(results.all());
+        std::ofstream(options.svg) << plot(results.linuxFile.all());
 
     if (!options.markdown.empty()) {
         std::ofstream markdown(options.markdown);
-        printMarkdown(markdown, results.all(), judged, others);
+        printMarkdown(markdown, results, judged, others);
     }
 
     for (const Judged &each : judged)

@@ -12,13 +12,20 @@ using nlohmann::json;
 
 Result &Results::result(const std::string &configuration, const std::string &name)
 {
-    for (Result &each : _results)
-        if (each.configuration == configuration && each.name == name)
-            return each;
+    if (const Result *known = find(configuration, name))
+        return const_cast<Result &>(*known);
     Result &added = _results.emplace_back();
     added.configuration = configuration;
     added.name = name;
     return added;
+}
+
+const Result *Results::find(const std::string &configuration, const std::string &name) const
+{
+    for (const Result &each : _results)
+        if (each.configuration == configuration && each.name == name)
+            return &each;
+    return nullptr;
 }
 
 void Results::addCounts(const std::vector<Count> &counts)
@@ -55,17 +62,21 @@ namespace {
 
 using Value = std::function<std::optional<double>(const Result &)>;
 
+void raise(Decision &decision, double value, const std::string &where)
+{
+    if (!decision.measured || value > *decision.measured)
+        decision = {value, where};
+}
+
 // The largest value among the cases that fit, and the case that has it.
-void largest(Judged &judged, const std::vector<Result> &results, const std::regex &cases, const Value &value)
+void largest(Decision &decision, const std::vector<Result> &results, const std::regex &cases, const Value &value)
 {
     for (const Result &result : results) {
         if (!std::regex_search(result.name, cases))
             continue;
         const std::optional<double> found = value(result);
-        if (!found || (judged.measured && *found <= *judged.measured))
-            continue;
-        judged.measured = found;
-        judged.where = result.name + " (" + result.configuration + ")";
+        if (found)
+            raise(decision, *found, result.name + " (" + result.configuration + ")");
     }
 }
 
@@ -101,14 +112,6 @@ Series seriesOf(const std::vector<Result> &results, const std::regex &cases, con
     return all;
 }
 
-void raise(Judged &judged, double value, const std::string &where)
-{
-    if (judged.measured && value <= *judged.measured)
-        return;
-    judged.measured = value;
-    judged.where = where;
-}
-
 // What the plug-in adds to the call by hand, without the host's part.
 std::optional<double> added(const Result &result)
 {
@@ -137,32 +140,33 @@ std::vector<Result> onHosts(const std::vector<Result> &results, const std::strin
 }
 
 // The measures that a budget can name.
-void measure(Judged &judged, const std::string &how, const json &budget, const std::vector<Result> &all)
+Decision measured(const std::string &how, const json &budget, const std::vector<Result> &all)
 {
+    Decision decision;
     const std::vector<Result> results = onHosts(all, budget.value("hosts", ""));
     const std::regex cases(budget.at("cases").get<std::string>());
     if (how == "own instructions") {
-        largest(judged, results, cases, own);
+        largest(decision, results, cases, own);
     } else if (how == "own allocations") {
-        largest(judged, results, cases,
+        largest(decision, results, cases,
                 [](const Result &r) { return r.through ? std::optional(r.through->allocations) : std::nullopt; });
     } else if (how == "names asked of the host") {
-        largest(judged, results, cases, [](const Result &r) {
+        largest(decision, results, cases, [](const Result &r) {
             return r.through ? std::optional(double(r.through->namesAsked)) : std::nullopt;
         });
     } else if (how == "own bytes") {
-        largest(judged, results, cases,
+        largest(decision, results, cases,
                 [](const Result &r) { return r.memory ? std::optional(double(r.memory->ownPeak)) : std::nullopt; });
     } else if (how == "own instructions per element") {
         for (const auto &[name, points] : seriesOf(results, cases, own))
             if (points.size() > 1)
-                raise(judged, slope(points.front(), points.back()), name);
+                raise(decision, slope(points.front(), points.back()), name);
     } else if (how == "growth in percent") {
         for (const auto &[name, points] : seriesOf(results, cases, own))
             if (points.size() > 2) {
                 const double small = slope(points[0], points[1]),
                              large = slope(points[points.size() - 2], points.back());
-                raise(judged, 100 * std::abs(large / small - 1), name);
+                raise(decision, 100 * std::abs(large / small - 1), name);
             }
     } else if (how == "copies of the data") {
         const Series copies = seriesOf(results, std::regex("^memcpy of"), [](const Result &r) {
@@ -171,22 +175,23 @@ void measure(Judged &judged, const std::string &how, const json &budget, const s
         for (const auto &[name, points] : seriesOf(results, cases, added))
             for (const auto &[copyName, copyPoints] : copies)
                 if (points.size() > 1 && copyPoints.size() > 1)
-                    raise(judged, slope(points[1], points.back()) / slope(copyPoints[1], copyPoints.back()), name);
+                    raise(decision, slope(points[1], points.back()) / slope(copyPoints[1], copyPoints.back()), name);
     } else if (how == "own instructions beside another case" || how == "host calls beside another case") {
         const Result *with = find(results, budget.at("case")), *without = find(results, budget.at("beside"));
-        if (with && without && with->through && without->through) {
-            judged.where = with->name;
-            judged.measured = how[0] == 'o' ? with->through->own - without->through->own
-                                            : double(with->through->hostCalls - without->through->hostCalls);
-        }
+        if (with && without && with->through && without->through)
+            raise(decision,
+                  how[0] == 'o' ? with->through->own - without->through->own
+                                : double(with->through->hostCalls - without->through->hostCalls),
+                  with->name);
     } else {
         throw std::runtime_error("a budget names a measure that there is not: " + how);
     }
+    return decision;
 }
 
 } // namespace
 
-std::vector<Judged> judge(const json &budgets, const std::vector<Result> &results)
+std::vector<Judged> judge(const json &budgets, const Measurements &measurements)
 {
     std::vector<Judged> all;
     for (const json &budget : budgets) {
@@ -197,9 +202,18 @@ std::vector<Judged> judge(const json &budgets, const std::vector<Result> &result
         judged.atMost = budget.value("atMost", judged.asked);
         judged.because = budget.value("because", "");
         judged.tried = budget.value("tried", std::vector<std::string>());
-        measure(judged, judged.unit, budget, results);
+        judged.linuxFile = measured(judged.unit, budget, measurements.linuxFile.all());
+        judged.macosFile = measured(judged.unit, budget, measurements.macosFile.all());
     }
     return all;
+}
+
+std::string judgedCases(const json &budgets)
+{
+    std::string cases = "^memcpy of"; // what copies of data are measured by
+    for (const json &budget : budgets)
+        cases += "|" + budget.at("cases").get<std::string>();
+    return cases;
 }
 
 } // namespace bench

@@ -50,27 +50,32 @@ std::string number(double value)
     return text;
 }
 
-// On the host that has all cases.
-const Result *find(const std::vector<Result> &results, const std::string &name)
+std::string shown(const Decision &file)
 {
-    for (const Result &result : results)
-        if (result.name == name && result.configuration == "2013.03")
-            return &result;
-    return nullptr;
+    return file.measured ? number(*file.measured) : "nothing measured";
+}
+
+const char kHostOfAllCases[] = "2013.03";
+
+// The instructions of the other file's own code for the same call.
+std::optional<double> ownOnMacOS(const Measurements &measurements, const Result &result)
+{
+    const Result *same = measurements.macosFile.find(result.configuration, result.name);
+    return same ? of(same->through, &Count::own) : std::nullopt;
 }
 
 } // namespace
 
-void printResults(std::ostream &out, const std::vector<Result> &results)
+void printResults(std::ostream &out, const Measurements &measurements)
 {
     std::string configuration;
-    for (const Result &result : results) {
+    for (const Result &result : measurements.linuxFile.all()) {
         if (result.configuration != configuration) {
             configuration = result.configuration;
             out << "\nHost " << configuration
                 << ": instructions per call; times in ns; bytes and blocks of the plug-in itself\n";
             out << std::left << std::setw(64) << "case";
-            for (const char *title : {"by hand", "through", "own", "own libc", "host", "Cocoa+"})
+            for (const char *title : {"by hand", "through", "own", "own, macOS", "own libc", "host", "Cocoa+"})
                 cell(out, title, 11);
             cell(out, "blocks", 6), cell(out, "bytes", 9), cell(out, "ns by hand", 11), cell(out, "ns through", 11);
             out << "\n";
@@ -79,6 +84,7 @@ void printResults(std::ostream &out, const std::vector<Result> &results)
         cell(out, whole(totalOf(result.hand)), 11);
         cell(out, whole(totalOf(result.through)), 11);
         cell(out, whole(of(result.through, &Count::own)), 11);
+        cell(out, whole(ownOnMacOS(measurements, result)), 11);
         cell(out, whole(of(result.through, &Count::ownLibrary)), 11);
         cell(out, whole(of(result.through, &Count::host)), 11);
         cell(out, whole(moreCocoa(result)), 11);
@@ -92,27 +98,27 @@ void printResults(std::ostream &out, const std::vector<Result> &results)
 
 void printBudgets(std::ostream &out, const std::vector<Judged> &judged)
 {
-    out << "\nBudgets\n";
+    out << "\nBudgets: measured in the Linux file, in the macOS file\n";
     for (const Judged &each : judged) {
-        out << (each.isKept() ? "  kept   " : "  MISSED ") << each.what << ": "
-            << (each.measured ? number(*each.measured) : "nothing measured") << " of " << number(each.atMost) << " "
-            << each.unit;
-        if (!each.where.empty())
-            out << "; decided by " << each.where;
+        out << (each.isKept() ? "  kept   " : "  MISSED ") << each.what << ": " << shown(each.linuxFile) << ", "
+            << shown(each.macosFile) << " of " << number(each.atMost) << " " << each.unit;
+        for (const Decision *file : {&each.linuxFile, &each.macosFile})
+            if (!each.isKeptBy(*file) && !file->where.empty())
+                out << "; missed by " << file->where << (file == &each.macosFile ? " in the macOS file" : "");
         out << "\n";
         if (each.atMost != each.asked)
             out << "           wished for " << number(each.asked) << "; " << each.because << "\n";
     }
 }
 
-void printComparison(std::ostream &out, const json &others, const std::vector<Result> &results)
+void printComparison(std::ostream &out, const json &others, const Results &results)
 {
     out << "\nOther ways, ns per operation (in the same run)\n";
     for (const json &each : others.at("ways")) {
         const double nanoseconds = each.at("nanoseconds");
         out << "  " << std::left << std::setw(58) << each.at("what").get<std::string>() << std::right << std::setw(12)
             << whole(nanoseconds);
-        const Result *ours = find(results, each.at("beside").get<std::string>());
+        const Result *ours = results.find(kHostOfAllCases, each.at("beside"));
         if (ours && ours->throughNanoseconds)
             out << "   " << number(nanoseconds / *ours->throughNanoseconds) << " times the plug-in's "
                 << whole(ours->throughNanoseconds);
@@ -120,13 +126,15 @@ void printComparison(std::ostream &out, const json &others, const std::vector<Re
     }
 }
 
-void printMarkdown(std::ostream &out, const std::vector<Result> &results, const std::vector<Judged> &judged,
+void printMarkdown(std::ostream &out, const Measurements &measurements, const std::vector<Judged> &judged,
                    const json &others)
 {
-    out << "### Budgets\n\n| what | measure | wished for | held to | measured | |\n|---|---|---:|---:|---:|---|\n";
+    const Results &results = measurements.linuxFile;
+    out << "### Budgets\n\n| what | measure | wished for | held to | Linux file | macOS file | |\n"
+           "|---|---|---:|---:|---:|---:|---|\n";
     for (const Judged &each : judged)
         out << "| " << each.what << " | " << each.unit << " | " << number(each.asked) << " | " << number(each.atMost)
-            << " | " << (each.measured ? number(*each.measured) : "nothing") << " | "
+            << " | " << shown(each.linuxFile) << " | " << shown(each.macosFile) << " | "
             << (each.isKept() ? "kept" : "**missed**") << " |\n";
 
     out << "\nWhere more is held to than was wished for:\n\n";
@@ -141,14 +149,16 @@ void printMarkdown(std::ostream &out, const std::vector<Result> &results, const 
 
     out << "\n### Cases on the host 2013.03\n\nInstructions of one call; then the heap blocks that the plug-in asks "
            "for, "
-           "and its bytes at their highest.\n\n| case | by hand | through | plug-in itself | its C library | host | "
-           "Cocoa beyond by hand | blocks | bytes |\n|---|---:|---:|---:|---:|---:|---:|---:|---:|\n";
-    for (const Result &result : results) {
-        if (result.configuration != "2013.03" || !result.through)
+           "and its bytes at their highest.\n\n| case | by hand | through | plug-in itself | the same in the macOS "
+           "file | its C library | host | "
+           "Cocoa beyond by hand | blocks | bytes |\n|---|---:|---:|---:|---:|---:|---:|---:|---:|---:|\n";
+    for (const Result &result : results.all()) {
+        if (result.configuration != kHostOfAllCases || !result.through)
             continue;
         out << "| " << result.name << " | " << whole(totalOf(result.hand)) << " | " << whole(totalOf(result.through))
-            << " | " << whole(of(result.through, &Count::own)) << " | " << whole(of(result.through, &Count::ownLibrary))
-            << " | " << whole(of(result.through, &Count::host)) << " | " << whole(moreCocoa(result)) << " | "
+            << " | " << whole(of(result.through, &Count::own)) << " | " << whole(ownOnMacOS(measurements, result))
+            << " | " << whole(of(result.through, &Count::ownLibrary)) << " | "
+            << whole(of(result.through, &Count::host)) << " | " << whole(moreCocoa(result)) << " | "
             << whole(of(result.through, &Count::allocations)) << " | "
             << (result.memory ? whole(double(result.memory->ownPeak)) : "-") << " |\n";
     }
@@ -158,7 +168,7 @@ void printMarkdown(std::ostream &out, const std::vector<Result> &results, const 
     out << "\n### Other ways\n\n| what | ns | beside the plug-in | beside the call by hand |\n|---|---:|---:|---:|\n";
     for (const json &each : others.at("ways")) {
         const double nanoseconds = each.at("nanoseconds");
-        const Result *ours = find(results, each.at("beside").get<std::string>());
+        const Result *ours = results.find(kHostOfAllCases, each.at("beside"));
         auto ratio = [&](std::optional<double> beside) {
             return beside ? number(nanoseconds / *beside) + " times its " + whole(beside) + " ns" : "-";
         };
@@ -180,15 +190,22 @@ static json countJson(const Count &count)
             {"hostCalls", count.hostCalls}};
 }
 
-json asJson(const std::vector<Result> &results, const std::vector<Judged> &judged, const json &others)
+static json asJson(const Decision &file)
+{
+    return {{"measured", file.measured ? json(*file.measured) : json()}, {"decidedBy", file.where}};
+}
+
+json asJson(const Measurements &measurements, const std::vector<Judged> &judged, const json &others)
 {
     json cases = json::array();
-    for (const Result &result : results) {
+    for (const Result &result : measurements.linuxFile.all()) {
         json each = {{"host", result.configuration}, {"case", result.name}, {"size", result.size}};
         if (result.hand)
             each["byHand"] = countJson(*result.hand);
         if (result.through)
             each["throughPlugIn"] = countJson(*result.through);
+        if (const std::optional<double> own = ownOnMacOS(measurements, result))
+            each["macosFile"]["plugIn"] = *own;
         if (result.memory)
             each["memory"] = {{"plugInPeak", result.memory->ownPeak},
                               {"processPeak", result.memory->peak},
@@ -202,9 +219,13 @@ json asJson(const std::vector<Result> &results, const std::vector<Judged> &judge
     }
     json budgets = json::array();
     for (const Judged &each : judged) {
-        json line = {{"what", each.what},     {"measure", each.unit},  {"asked", each.asked},
-                     {"atMost", each.atMost}, {"kept", each.isKept()}, {"decidedBy", each.where}};
-        line["measured"] = each.measured ? json(*each.measured) : json();
+        json line = {{"what", each.what},
+                     {"measure", each.unit},
+                     {"asked", each.asked},
+                     {"atMost", each.atMost},
+                     {"kept", each.isKept()}};
+        line["linuxFile"] = asJson(each.linuxFile);
+        line["macosFile"] = asJson(each.macosFile);
         if (!each.because.empty())
             line["because"] = each.because;
         if (!each.tried.empty())

@@ -1,7 +1,10 @@
 #!/usr/bin/env bash
-# run.sh check [TREE]  counts instructions and heap blocks at sizes that callgrind manages quickly; status 1 when a budget
-#                      of bench/budgets.json is missed
-# run.sh full [TREE]   all sizes, times and the comparison with other ways, too; writes TREE/bench/results.json and .svg
+# run.sh check [TREE]  counts instructions and heap blocks of the cases that the budgets look at, at sizes that callgrind
+#                      manages quickly; status 1 when a budget of bench/budgets.json is missed
+# run.sh full [TREE]   all cases and sizes, times and the comparison with other ways, too; writes results.json, .svg and
+#                      .md into TREE/bench
+#
+# Both count both files of the plug-in: the Linux one and, through the loader in tools/machorun, the macOS one.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/../.."
 extent=$1
@@ -9,30 +12,43 @@ tree=$(cd "${2:-build/linux-i386}" && pwd)
 results=$tree/bench/$extent
 here=$PWD
 rm -rf "$results"
-mkdir -p "$results"
+mkdir -p "$results/linux" "$results/macos"
 
 configurations=("2013.03" "2013.03, no CFString" "2014.1" "2011.4" "2011.4, CFString" "2013.03, no wrapper")
+cases=
+[ "$extent" = full ] || cases=$("$tree/bench_report" --judged bench/budgets.json)
+
+plugin() {
+    case $1 in
+    linux) echo "$tree/NSUserDefaults.so" ;;
+    macos) echo "$here/build/macos-i386/NSUserDefaults.dylib" ;;
+    esac
+}
 
 # Every symbol is bound at the start, so that the loader's work is not counted as anybody's. Prints only what is wrong.
 count() {
-    LD_BIND_NOW=1 "$tree/run-env" --fresh-defaults valgrind -q --tool=callgrind --collect-atstart=no \
-        --combine-dumps=yes --dump-line=no --callgrind-out-file="$results/counts-$1.out" \
-        "$tree/bench_counts" "$1" "$extent" 2>"$results/log-$1" ||
-        { cat "$results/log-$1" >&2 && return 1; }
+    local log="$results/$1/log-$2"
+    PLUGIN_UNDER_TEST=$(plugin "$1") LD_BIND_NOW=1 "$tree/run-env" --fresh-defaults valgrind -q --tool=callgrind \
+        --collect-atstart=no --combine-dumps=yes --dump-line=no --callgrind-out-file="$results/$1/counts-$2.out" \
+        "$tree/bench_counts" "$2" "$extent" "$cases" 2>"$log" ||
+        { cat "$log" >&2 && return 1; }
 }
 
 weigh() {
-    "$tree/run-env" --fresh-defaults "$tree/bench_memory" "$1" "$extent" >"$results/memory-$1.json"
+    PLUGIN_UNDER_TEST=$(plugin "$1") "$tree/run-env" --fresh-defaults "$tree/bench_memory" "$2" "$extent" \
+        >"$results/$1/memory-$2.json"
 }
 
-# The first configuration has most of the cases: it runs beside all the others.
+# The files beside each other, one on each core.
 running=()
-(count "${configurations[0]}") &
-running+=($!)
-(for configuration in "${configurations[@]:1}"; do count "$configuration"; done) &
-running+=($!)
+for file in linux macos; do
+    (for configuration in "${configurations[@]}"; do
+        count "$file" "$configuration"
+        weigh "$file" "$configuration"
+    done) &
+    running+=($!)
+done
 for job in "${running[@]}"; do wait "$job"; done
-for configuration in "${configurations[@]}"; do weigh "$configuration"; done
 
 if [ "$extent" = check ]; then
     "$tree/bench_report" "$results" bench/budgets.json --brief
@@ -41,7 +57,8 @@ fi
 
 for configuration in "${configurations[@]}"; do
     "$tree/run-env" --fresh-defaults "$tree/bench_times" "$configuration" full --benchmark_min_time=0.05 \
-        --benchmark_out="$results/times-$configuration.json" --benchmark_out_format=json >"$results/log-times" 2>&1 ||
+        --benchmark_out="$results/linux/times-$configuration.json" --benchmark_out_format=json \
+        >"$results/log-times" 2>&1 ||
         { cat "$results/log-times" >&2 && exit 1; }
 done
 "$here/tools/bench/other-ways.sh" "$tree" "$results/comparison.json"
