@@ -5,17 +5,58 @@
 
 namespace script {
 
-static std::string countText(size_t count)
+// "1 argument", "1 to 3 arguments", "2 or more arguments"
+static std::string countText(size_t least, size_t most, bool repeats)
 {
-    return count == 0 ? "no arguments" : count == 1 ? "1 argument" : std::to_string(count) + " arguments";
+    std::string count = repeats         ? std::to_string(least) + " or more"
+                        : least == most ? least == 0 ? "no" : std::to_string(least)
+                                        : std::to_string(least) + " to " + std::to_string(most);
+    return count + (count == "1" ? " argument" : " arguments");
 }
 
 Checker::Candidate Checker::candidateFor(const Function &function)
 {
-    Candidate candidate{function.name.text, {}, function.result, function.declaration(), nullptr, &function};
-    for (const Function::Parameter &parameter : function.parameters)
+    Candidate candidate{{}, function.result, function.declaration()};
+    for (const Function::Parameter &parameter : function.parameters) {
         candidate.parameters.push_back({parameter.variable.name.text, parameter.variable.type});
+        candidate.required += !parameter.isOptional;
+    }
+    candidate.function = &function;
     return candidate;
+}
+
+Checker::Candidate Checker::candidateFor(const host::MethodDescription &method)
+{
+    const host::Declaration &declaration = method.declaration;
+    Candidate candidate{declaration.parameters, declaration.result, method.text, declaration.parameters.size()};
+    candidate.method = &method;
+    return candidate;
+}
+
+Checker::Candidate Checker::candidateFor(const LibraryRow &row, bool isMember, bool isAssigned)
+{
+    Candidate candidate{row.declaration.parameters, row.declaration.result, row.text, row.required, row.repeats};
+    if (isMember && row.isExtension) { // the object is the first one
+        candidate.parameters.erase(candidate.parameters.begin());
+        candidate.required--;
+    }
+    if (isAssigned) {
+        candidate.parameters.push_back({"value", row.declaration.result});
+        candidate.required++;
+        candidate.result = nothing();
+    }
+    candidate.row = &row;
+    return candidate;
+}
+
+std::vector<Checker::Candidate> Checker::libraryCandidates(const std::vector<const LibraryRow *> &rows, bool isMember,
+                                                           Expression *assigned)
+{
+    std::vector<Candidate> candidates;
+    for (const LibraryRow *row : rows)
+        if (!assigned || row->assign)
+            candidates.push_back(candidateFor(*row, isMember, assigned != nullptr));
+    return candidates;
 }
 
 // How well an argument fits; an Array(…) takes the type that is wanted of it.
@@ -45,14 +86,14 @@ const Checker::Candidate &Checker::choose(const std::vector<Candidate> &candidat
     const Candidate *ofThatLength = nullptr;
     int bestSum = -1;
     for (const Candidate &candidate : candidates) {
-        if (candidate.parameters.size() != all.size())
+        if (!candidate.takes(all.size()))
             continue;
         if (!ofThatLength)
             ofThatLength = &candidate;
         int sum = 0;
         bool fits = true;
         for (size_t i = 0; i < all.size(); i++) {
-            int one = fitOf(*all[i], candidate.parameters[i].type);
+            int one = fitOf(*all[i], candidate.parameter(i).type);
             fits = fits && one;
             sum += one;
         }
@@ -65,28 +106,43 @@ const Checker::Candidate &Checker::choose(const std::vector<Candidate> &candidat
         return *best;
     const Candidate &nearest = ofThatLength ? *ofThatLength : candidates.front();
     if (!ofThatLength) {
-        size_t taken = nearest.parameters.size() - (assigned ? 1 : 0);
-        fail(name.place, nearest.text + ": takes " + countText(taken) + ", not " + std::to_string(arguments.size()));
+        size_t value = assigned ? 1 : 0;
+        fail(name.place, nearest.text + ": takes " +
+                             countText(nearest.required - value, nearest.parameters.size() - value, nearest.repeats) +
+                             ", not " + std::to_string(arguments.size()));
     }
     return nearest; // the caller finds the argument that does not fit
 }
 
+// What is passed ByRef is a variable of the very type, or an element of an array of it.
+void Checker::needVariable(Expression &argument, const Function::Parameter &parameter, const std::string &text)
+{
+    auto *use = std::get_if<Use>(&argument.node);
+    if (!use || use->meaning != Meaning::Variable || argument.type != parameter.variable.type)
+        fail(argument.place, text + ": " + parameter.variable.name.text +
+                                 " is passed ByRef and must be a variable that is " +
+                                 articleAndName(parameter.variable.type));
+}
+
 Type Checker::call(Use &use, Meaning meaning, const std::vector<Candidate> &candidates, Expression *assigned)
 {
-    bool takesAssignment = meaning == Meaning::HostCall;
+    bool takesAssignment = meaning == Meaning::HostCall || meaning == Meaning::LibraryCall;
     if (assigned && !takesAssignment)
         fail(use.name.place, candidates.front().text + ": cannot be assigned to");
     const Candidate &chosen = choose(candidates, use.arguments, assigned, use.name);
-    for (size_t i = 0; i < chosen.parameters.size(); i++) {
-        bool isAssigned = assigned && i + 1 == chosen.parameters.size();
+    size_t count = use.arguments.size() + (assigned ? 1 : 0);
+    for (size_t i = 0; i < count; i++) {
+        bool isAssigned = assigned && i + 1 == count;
         Expression &argument = isAssigned ? *assigned : *use.arguments[i];
-        std::string what = isAssigned ? "the assigned value" : chosen.parameters[i].name;
-        need(argument, chosen.parameters[i].type, chosen.text + ": " + what);
+        std::string what = isAssigned ? "the assigned value" : chosen.parameter(i).name;
+        need(argument, chosen.parameter(i).type, chosen.text + ": " + what);
+        if (chosen.function && chosen.function->parameters[i].isByRef)
+            needVariable(argument, chosen.function->parameters[i], chosen.text);
     }
     use.meaning = meaning;
     use.method = chosen.method;
     use.function = chosen.function;
-    use.builtin = chosen.builtin;
+    use.row = chosen.row;
     use.usesSetter = chosen.usesSetter;
     use.type = chosen.result;
     return chosen.result;

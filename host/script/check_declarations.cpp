@@ -4,9 +4,9 @@
 
 #include "host/host.h"
 #include "host/runtime/arrays.h"
-#include "host/script/builtins.h"
 #include "host/script/checker.h"
 #include "host/script/host_members.h"
+#include "host/script/left_out.h"
 #include "host/script/objects.h"
 
 namespace script {
@@ -21,7 +21,9 @@ std::string Function::declaration() const
 {
     std::string text;
     for (const Parameter &parameter : parameters)
-        text += (text.empty() ? "" : ", ") + parameter.variable.name.text + " As " + nameOf(parameter.variable.type);
+        text += std::string(text.empty() ? "" : ", ") + (parameter.isOptional ? "Optional " : "") +
+                (parameter.isByRef ? "ByRef " : "") + parameter.variable.name.text + " As " +
+                nameOf(parameter.variable.type);
     text = name.text + "(" + text + ")";
     return isNothing(result) ? text : text + " As " + nameOf(result);
 }
@@ -38,6 +40,8 @@ void Checker::attempt(const std::function<void()> &body)
 void Checker::check(Program &program)
 {
     Symbols before = _symbols;
+    for (Enumeration &enumeration : program.enumerations)
+        attempt([&] { declareEnumeration(enumeration); });
     declareClasses(program);
     for (Function &function : program.functions)
         attempt([&] { declareFunction(function); });
@@ -52,9 +56,9 @@ void Checker::check(Program &program)
         attempt([&] { checkFunction(function); });
     if (_problems.empty())
         return;
-    for (ClassDefinition &definition : program.classes)
-        if (!before.classes.count(definition.name.text))
-            host::Host::shared().removeClass(definition.name.text);
+    for (const auto &[name, definition] : _symbols.classes)
+        if (!before.classes.count(name))
+            host::Host::shared().removeClass(name);
     _symbols = before;
     std::stable_sort(_problems.begin(), _problems.end(),
                      [](const Problem &a, const Problem &b) { return a.place.offset < b.place.offset; });
@@ -65,6 +69,11 @@ void Checker::check(Program &program)
 
 Type Checker::resolve(const WrittenType &written)
 {
+    if (_symbols.enumerations.count(written.name.text))
+        return typeNamed("Integer", written.isArray);
+    std::string leftOut = leftOutMessage(LeftOutAt::Name, written.name.text);
+    if (!leftOut.empty() && !isClass(written.name.text))
+        fail(written.name.place, leftOut);
     Type type = typeNamed(written.name.text, written.isArray);
     if (type.passing == host::Passing::Pointer)
         fail(written.name.place, "\"" + written.name.text + "\" cannot be the type of a variable");
@@ -85,24 +94,58 @@ Type Checker::resolve(const WrittenType &written)
 }
 
 // The type of one variable of a Dim with that type.
-Type Checker::typeOf(const Dim::Item &item, const Dim &dim, const Type &type)
+Type Checker::typeOf(const DimGroup::Item &item, const DimGroup &group, const Type &type)
 {
     if (!item.isArray)
         return type;
-    if (dim.type.isArray)
+    if (group.type.isArray)
         fail(item.variable.name.place, "there are no arrays of arrays");
-    WrittenType array = dim.type;
+    WrittenType array = group.type;
     array.isArray = true;
     return resolve(array);
 }
 
+void Checker::checkGroup(DimGroup &group, Type &type)
+{
+    if (!group.type.name.text.empty())
+        type = resolve(group.type);
+    else
+        type = (needValue(*group.initial), group.initial->type);
+    for (DimGroup::Item &item : group.items) {
+        item.variable.type = typeOf(item, group, type);
+        item.variable.isConstant = group.isConstant;
+        if (item.upperBound)
+            need(*item.upperBound, typeNamed("Integer"), "the upper bound");
+        if (group.initial)
+            need(*group.initial, item.variable.type, "\"" + item.variable.name.text + "\"");
+    }
+}
+
 void Checker::needNewName(const Named &name)
 {
-    bool isBuiltin = std::any_of(builtins().begin(), builtins().end(), [&](const Builtin &builtin) {
-        return host::equalIgnoringCase(builtin.declaration.name, name.text);
-    });
-    if (isBuiltin || _symbols.functions.count(name.text) || _symbols.classes.count(name.text))
+    bool isKnown = !libraryFunctions(name.text).empty() || isLibraryOwner(name.text) ||
+                   _symbols.functions.count(name.text) || _symbols.classes.count(name.text) ||
+                   _symbols.enumerations.count(name.text);
+    if (isKnown)
         fail(name.place, "there is a \"" + name.text + "\" already");
+}
+
+void Checker::declareEnumeration(Enumeration &enumeration)
+{
+    needNewName(enumeration.name);
+    int32_t next = 0;
+    for (Enumeration::Item &item : enumeration.items) {
+        if (!item.value)
+            item.value = std::make_unique<Expression>(Expression{item.name.place, {}, Literal{next}});
+        need(*item.value, typeNamed("Integer"), "a value in an Enum");
+        auto *unary = std::get_if<Unary>(&item.value->node);
+        auto *literal = std::get_if<Literal>(unary ? &unary->operand->node : &item.value->node);
+        if (!literal)
+            fail(item.value->place, "a value in an Enum is written out");
+        next = (unary ? -1 : 1) * literal->value.int32();
+        item.value->node = Literal{next++};
+    }
+    _symbols.enumerations[enumeration.name.text] = &enumeration;
 }
 
 void Checker::declareClasses(Program &program)
@@ -129,37 +172,47 @@ void Checker::declareClasses(Program &program)
 
 void Checker::checkFields(ClassDefinition &definition)
 {
-    definition.firstField = definition.super ? definition.super->fieldCount() : 0;
-    for (Statement &statement : definition.fieldStatements) {
-        auto &dim = std::get<Dim>(statement.node);
-        Type type = resolve(dim.type);
-        for (Dim::Item &item : dim.items) {
+    definition.firstSlot = definition.slotCount = definition.super ? definition.super->slotCount : 0;
+    for (ClassDefinition::FieldGroup &fields : definition.fieldGroups) {
+        Type type;
+        checkGroup(fields.group, type);
+        for (DimGroup::Item &item : fields.group.items) {
             if (findField(&definition, item.variable.name.text))
                 fail(item.variable.name.place, "there is a \"" + item.variable.name.text + "\" already");
-            item.variable.type = typeOf(item, dim, type);
+            bool isConstant = fields.group.isConstant;
             item.variable.storage = Storage::Field;
-            item.variable.slot = definition.fieldCount();
-            definition.fields.push_back(&item);
-            if (item.upperBound)
-                need(*item.upperBound, typeNamed("Integer"), "the upper bound");
-            if (dim.initial)
-                need(*dim.initial, item.variable.type, "\"" + item.variable.name.text + "\"");
+            if (!isConstant)
+                item.variable.slot = definition.slotCount++;
+            definition.fields.push_back(
+                {&item, fields.access, &definition, isConstant ? fields.group.initial.get() : nullptr});
         }
     }
 }
 
 void Checker::declareFunction(Function &function)
 {
+    bool isTaken = function.owner
+                       ? findMethod(function.owner, function.name.text) != &function &&
+                             findMethod(function.owner, function.name.text)->owner == function.owner
+                       : _symbols.functions.count(function.name.text) &&
+                             _symbols.functions[function.name.text]->name.place.source == function.name.place.source;
+    if (isTaken)
+        fail(function.name.place, "there is a \"" + function.name.text +
+                                      "\" already; overloaded methods are not part of this language here");
     if (!function.owner)
         needNewName(function.name);
-    for (Function::Parameter &parameter : function.parameters)
+    bool isBehindOptional = false;
+    for (Function::Parameter &parameter : function.parameters) {
         parameter.variable.type = resolve(parameter.type);
+        if (isBehindOptional && !parameter.isOptional)
+            fail(parameter.variable.name.place, "behind an optional parameter all must be optional");
+        isBehindOptional = parameter.isOptional;
+        if (parameter.initial)
+            need(*parameter.initial, parameter.variable.type, "\"" + parameter.variable.name.text + "\"");
+    }
     function.result = function.writtenResult ? resolve(*function.writtenResult) : nothing();
     if (!function.owner)
         _symbols.functions[function.name.text] = &function;
-    else if (findMethod(function.owner, function.name.text) != &function &&
-             findMethod(function.owner, function.name.text)->owner == function.owner)
-        fail(function.name.place, "there is a \"" + function.name.text + "\" already");
 }
 
 void Checker::checkFunction(Function &function)

@@ -4,7 +4,6 @@
 #include "host/host.h"
 #include "host/runtime/arrays.h"
 #include "host/runtime/objects.h"
-#include "host/script/builtins.h"
 #include "host/script/checker.h"
 #include "host/script/host_members.h"
 
@@ -121,7 +120,7 @@ static bool canBeEqual(const Type &a, const Type &b)
     return isVariant(a) || isVariant(b) || fit(a, b) || fit(b, a);
 }
 
-static bool canBeOrdered(const Type &a, const Type &b)
+bool canBeOrdered(const Type &a, const Type &b)
 {
     bool bothNumbers = isArithmetic(a) && isArithmetic(b);
     bool bothTexts = (isString(a) || isVariant(a)) && (isString(b) || isVariant(b));
@@ -212,6 +211,25 @@ Type Checker::visit(Binary &binary, Expression &, const Type *)
     return typeNamed("Boolean");
 }
 
+// The type that both values fit: of numbers the wider one.
+Type Checker::visit(Conditional &choice, Expression &expression, const Type *wanted)
+{
+    need(*choice.condition, typeNamed("Boolean"), "the condition");
+    for (Expression *value : {choice.yes.get(), choice.no.get()})
+        if (isNothing(check(*value, wanted)))
+            fail(value->place, "this gives no value");
+    const Type &yes = choice.yes->type;
+    const Type &no = choice.no->type;
+    if (yes == no)
+        return yes;
+    if (isNumber(yes) && isNumber(no))
+        return common(yes, no);
+    if (fit(yes, no) || fit(no, yes))
+        return fit(yes, no) ? yes : no;
+    fail(expression.place,
+         "If(…) needs two values of one type, not " + articleAndName(yes) + " and " + articleAndName(no));
+}
+
 Type Checker::visit(TypeTest &test, Expression &, const Type *)
 {
     needValue(*test.operand);
@@ -241,27 +259,24 @@ Type Checker::visit(Creation &creation, Expression &expression, const Type *)
         candidates.push_back(candidateFor(*constructor));
     } else {
         for (const host::MethodDescription *method : host::runtime::methodsNamed(*made, "Constructor", false))
-            candidates.push_back({made->name, method->declaration.parameters, nothing(), method->text, method});
+            candidates.push_back(candidateFor(*method));
         if (!candidates.empty())
             creation.way = Creation::Way::HostConstructor;
     }
     const Type integer = typeNamed("Integer");
     if (candidates.empty() && isDate(type) && !creation.arguments.empty()) {
         creation.way = Creation::Way::DateOfParts;
-        Candidate day{"Date",
-                      {{"year", integer}, {"month", integer}, {"day", integer}},
-                      nothing(),
-                      "Date(year, month, day, hour, minute, second)"};
-        candidates = {day, day};
-        for (const char *part : {"hour", "minute", "second"})
-            candidates.back().parameters.push_back({part, integer});
+        Candidate parts{{}, nothing(), "Date(year, month, day, hour, minute, second)", 1};
+        for (const char *part : {"year", "month", "day", "hour", "minute", "second"})
+            parts.parameters.push_back({part, integer});
+        candidates = {parts, {{{"date", type}}, nothing(), "Date(date)", 1}};
     }
     if (candidates.empty() && fit(classType("RuntimeException"), type) && !creation.arguments.empty()) {
         creation.way = Creation::Way::ExceptionWithMessage;
-        Candidate message{
-            made->name, {{"message", typeNamed("String")}}, nothing(), made->name + "(message, errorNumber)"};
-        candidates = {message, message};
-        candidates.back().parameters.push_back({"errorNumber", integer});
+        candidates = {{{{"message", typeNamed("String")}, {"errorNumber", integer}},
+                       nothing(),
+                       made->name + "(message, errorNumber)",
+                       1}};
     }
     if (candidates.empty()) {
         creation.way = Creation::Way::Plain;
@@ -271,14 +286,16 @@ Type Checker::visit(Creation &creation, Expression &expression, const Type *)
     }
     // An instance without a constructor called is what a class gives that has none without parameters.
     bool takesNone = std::any_of(candidates.begin(), candidates.end(),
-                                 [](const Candidate &candidate) { return candidate.parameters.empty(); });
+                                 [](const Candidate &candidate) { return candidate.required == 0; });
     if (creation.arguments.empty() && !takesNone && creation.way == Creation::Way::HostConstructor) {
         creation.way = Creation::Way::Plain;
         return type;
     }
     const Candidate &chosen = choose(candidates, creation.arguments, nullptr, creation.className);
-    for (size_t i = 0; i < chosen.parameters.size(); i++)
+    for (size_t i = 0; i < creation.arguments.size(); i++)
         need(*creation.arguments[i], chosen.parameters[i].type, chosen.text + ": " + chosen.parameters[i].name);
+    if (creation.way == Creation::Way::DateOfParts && isDate(chosen.parameters.front().type))
+        creation.way = Creation::Way::CopyOfDate;
     creation.hostConstructor = chosen.method;
     return type;
 }

@@ -1,9 +1,10 @@
 // What names and members stand for.
 #include "host/host.h"
 #include "host/runtime/calls.h"
-#include "host/script/builtins.h"
+#include "host/script/arrays.h"
 #include "host/script/checker.h"
 #include "host/script/host_members.h"
+#include "host/script/left_out.h"
 
 namespace script {
 
@@ -14,6 +15,17 @@ using host::MethodDescription;
 std::string quoted(const std::string &name)
 {
     return "\"" + name + "\"";
+}
+
+// "; setStringArrayValue stores it", for a getter stringArrayForKey that has no setter of its own.
+std::string setterHint(const std::string &className, const std::string &getter)
+{
+    static const std::string suffix = "ForKey";
+    if (getter.size() <= suffix.size())
+        return "";
+    std::string name = "set" + getter.substr(0, getter.size() - suffix.size()) + "Value";
+    std::vector<const MethodDescription *> setters = methodsNamed(className, name, false);
+    return setters.empty() ? "" : "; " + setters.front()->text + " stores one";
 }
 
 bool isBareName(const Expression *expression)
@@ -47,12 +59,12 @@ const Variable *Checker::findLocal(const std::string &name) const
     return nullptr;
 }
 
-const Variable *Checker::findField(const ClassDefinition *definition, const std::string &name) const
+const ClassDefinition::Field *Checker::findField(const ClassDefinition *definition, const std::string &name) const
 {
     for (; definition; definition = definition->super)
-        for (const Dim::Item *field : definition->fields)
-            if (host::equalIgnoringCase(field->variable.name.text, name))
-                return &field->variable;
+        for (const ClassDefinition::Field &field : definition->fields)
+            if (host::equalIgnoringCase(field.item->variable.name.text, name))
+                return &field;
     return nullptr;
 }
 
@@ -67,6 +79,8 @@ Function *Checker::findMethod(const ClassDefinition *definition, const std::stri
 
 void Checker::unknownName(const Named &name)
 {
+    if (std::string message = leftOutMessage(LeftOutAt::Name, name.text); !message.empty())
+        fail(name.place, message);
     std::vector<std::string> known;
     for (const Names<Variable> &scope : _scopes)
         for (const auto &[each, variable] : scope)
@@ -75,8 +89,8 @@ void Checker::unknownName(const Named &name)
         known.push_back(each);
     for (const auto &[each, function] : _symbols.functions)
         known.push_back(each);
-    for (const Builtin &builtin : builtins())
-        known.push_back(builtin.declaration.name);
+    for (const std::string &each : libraryFunctionNames())
+        known.push_back(each);
     for (const std::string &each : classNames())
         known.push_back(each);
     fail(name.place, "there is nothing named " + quoted(name.text) + suggestion(name.text, known));
@@ -98,8 +112,10 @@ Type Checker::resolve(Use &use, Expression &expression, Expression *assigned)
         auto &base = std::get<Use>(use.base->node);
         bool isVariable = findLocal(base.name.text) || _symbols.globals.count(base.name.text) ||
                           (_function && findField(_function->owner, base.name.text));
-        if (!isVariable && isClass(base.name.text)) {
-            base.meaning = Meaning::ClassName;
+        bool isOwner =
+            isClass(base.name.text) || isLibraryOwner(base.name.text) || _symbols.enumerations.count(base.name.text);
+        if (!isVariable && isOwner) {
+            base.meaning = Meaning::Owner;
             return resolveShared(use, base.name.text, assigned);
         }
     }
@@ -108,7 +124,13 @@ Type Checker::resolve(Use &use, Expression &expression, Expression *assigned)
         return resolveArrayMember(use, type, assigned);
     if (isVariant(type) || isObject(type))
         return resolveMember(use, type, assigned);
-    fail(use.name.place, articleAndName(type) + " has no members");
+    std::vector<Candidate> candidates = libraryCandidates(libraryMembers(type, use.name.text), true, assigned);
+    if (!candidates.empty())
+        return call(use, Meaning::LibraryCall, candidates, assigned);
+    std::vector<std::string> known = libraryMemberNames(type);
+    if (known.empty() || isNothing(type))
+        fail(use.name.place, articleAndName(type) + " has no members");
+    unknownMember(use.name, articleAndName(type), known);
 }
 
 Type Checker::resolveBare(Use &use, Expression &expression, Expression *assigned)
@@ -117,11 +139,10 @@ Type Checker::resolveBare(Use &use, Expression &expression, Expression *assigned
     if (const Variable *local = findLocal(name))
         return variable(use, *local, assigned);
     if (ClassDefinition *owner = _function ? _function->owner : nullptr) {
-        if (const Variable *field = findField(owner, name))
-            return variable(use, *field, assigned);
-        if (Function *method = findMethod(owner, name)) {
-            return call(use, Meaning::ScriptCall, {candidateFor(*method)}, assigned);
-        }
+        if (const ClassDefinition::Field *found = findField(owner, name))
+            return field(use, *found, assigned);
+        if (Function *found = findMethod(owner, name))
+            return method(use, *found, assigned);
         if (findProperty(owner->name.text, name) || !methodsNamed(owner->name.text, name, false).empty()) {
             use.base = std::make_unique<Expression>(Expression{use.name.place, {}, SelfObject{}});
             return resolve(use, expression, assigned);
@@ -134,21 +155,19 @@ Type Checker::resolveBare(Use &use, Expression &expression, Expression *assigned
     if (function != _symbols.functions.end()) {
         return call(use, Meaning::ScriptCall, {candidateFor(*function->second)}, assigned);
     }
-    std::vector<Candidate> candidates;
-    for (const Builtin &builtin : builtins()) {
-        const host::Declaration &declaration = builtin.declaration;
-        if (host::equalIgnoringCase(declaration.name, name))
-            candidates.push_back({declaration.name, declaration.parameters, declaration.result, builtin.text, nullptr,
-                                  nullptr, &builtin});
-    }
+    std::vector<Candidate> candidates = libraryCandidates(libraryFunctions(name), false, nullptr);
+    if (!candidates.empty() && assigned)
+        fail(use.name.place, candidates.front().text + ": cannot be assigned to");
     if (!candidates.empty())
-        return call(use, Meaning::BuiltinCall, candidates, assigned);
-    if (!isClass(name))
+        return call(use, Meaning::LibraryCall, candidates, assigned);
+    Type type = typeNamed(name);
+    bool isType = !isObject(type) && !isNil(type);
+    if (!isType && !isClass(name))
         unknownName(use.name);
     if (use.arguments.size() != 1 || assigned)
-        fail(use.name.place, quoted(name) + " is a class; New makes an object of it");
+        fail(use.name.place, quoted(name) + (isType ? " is a type" : " is a class; New makes an object of it"));
     use.meaning = Meaning::Cast;
-    use.type = classType(name);
+    use.type = type;
     Type given = check(*use.arguments.front());
     if (!fit(use.type, given) && !fit(given, use.type))
         fail(use.arguments.front()->place, articleAndName(given) + " is never " + articleAndName(use.type));
@@ -173,7 +192,9 @@ Type Checker::value(Use &use, const Type &type, Expression *assigned)
     if (use.hasBrackets) {
         if (!type.isArray)
             fail(use.name.place, quoted(use.name.text) + " is " + articleAndName(type) + ", which takes no arguments");
-        if (use.arguments.size() != 1)
+        if (use.arguments.size() > 1)
+            fail(use.name.place, "arrays of more than one dimension are not part of this language here");
+        if (use.arguments.empty())
             fail(use.name.place, quoted(use.name.text) + " takes one index");
         need(*use.arguments.front(), typeNamed("Integer"), "the index");
         result = elementOf(type);
@@ -183,12 +204,64 @@ Type Checker::value(Use &use, const Type &type, Expression *assigned)
     return result;
 }
 
+Type Checker::constant(Use &use, const Expression &value, Expression *assigned)
+{
+    if (assigned || use.hasBrackets)
+        fail(use.name.place, quoted(use.name.text) + " is a constant");
+    use.meaning = Meaning::Constant;
+    use.constant = &value;
+    use.type = value.type;
+    return use.type;
+}
+
+void Checker::needAccess(const Named &name, Access access, const ClassDefinition &owner)
+{
+    const ClassDefinition *user = _function ? _function->owner : nullptr;
+    bool isAllowed = access == Access::Public;
+    for (const ClassDefinition *each = user; each && !isAllowed; each = each->super)
+        isAllowed = each == &owner && (access == Access::Protected || user == &owner);
+    if (!isAllowed)
+        fail(name.place, quoted(name.text) + " is " + (access == Access::Private ? "private" : "protected") + " to " +
+                             owner.name.text);
+}
+
+Type Checker::field(Use &use, const ClassDefinition::Field &field, Expression *assigned)
+{
+    needAccess(use.name, field.access, *field.owner);
+    return field.constant ? constant(use, *field.constant, assigned) : variable(use, field.item->variable, assigned);
+}
+
+Type Checker::method(Use &use, const Function &method, Expression *assigned)
+{
+    needAccess(use.name, method.access, *method.owner);
+    return call(use, Meaning::ScriptCall, {candidateFor(method)}, assigned);
+}
+
 Type Checker::resolveShared(Use &use, const std::string &className, Expression *assigned)
 {
+    auto enumeration = _symbols.enumerations.find(className);
+    if (enumeration != _symbols.enumerations.end()) {
+        std::vector<std::string> known;
+        for (const Enumeration::Item &item : enumeration->second->items) {
+            if (host::equalIgnoringCase(item.name.text, use.name.text))
+                return constant(use, *item.value, assigned);
+            known.push_back(item.name.text);
+        }
+        unknownMember(use.name, className, known);
+    }
+    const ClassDefinition::Field *found = findField(definitionOf(className), use.name.text);
+    if (found && found->constant)
+        return field(use, *found, assigned);
+    std::vector<Candidate> rows = libraryCandidates(librarySharedMembers(className, use.name.text), false, nullptr);
+    if (!rows.empty() && assigned)
+        fail(use.name.place, rows.front().text + ": cannot be assigned to");
+    if (!rows.empty())
+        return call(use, Meaning::LibraryCall, rows, assigned);
+    if (!isClass(className))
+        unknownMember(use.name, className, librarySharedNames(className));
     std::vector<Candidate> candidates;
     for (const MethodDescription *method : methodsNamed(className, use.name.text, true))
-        candidates.push_back({method->declaration.name, method->declaration.parameters, method->declaration.result,
-                              method->text, method});
+        candidates.push_back(candidateFor(*method));
     std::string owner = nameOf(classType(className));
     if (candidates.empty()) {
         if (!methodsNamed(className, use.name.text, false).empty())
@@ -207,10 +280,16 @@ Type Checker::resolveArrayMember(Use &use, const Type &array, Expression *assign
             known.push_back(each.name);
         unknownMember(use.name, "an array", known);
     }
-    Candidate candidate{member->name, {}, nothing(), std::string(member->name) + " of an array"};
-    for (const char *parameter = member->parameters; *parameter; parameter++)
+    Candidate candidate{{}, nothing(), std::string(member->name) + " of an array"};
+    bool isOptional = false;
+    for (const char *parameter = member->parameters; *parameter; parameter++) {
+        isOptional = isOptional || *parameter == '?';
+        if (*parameter == '?')
+            continue;
         candidate.parameters.push_back(
             {*parameter == 'i' ? "index" : "value", *parameter == 'i' ? typeNamed("Integer") : elementOf(array)});
+        candidate.required += !isOptional;
+    }
     if (member->result != ' ')
         candidate.result = member->result == 'i' ? typeNamed("Integer") : elementOf(array);
     return call(use, Meaning::ArrayMember, {candidate}, assigned);
@@ -220,11 +299,10 @@ Type Checker::resolveMember(Use &use, const Type &object, Expression *assigned)
 {
     std::string className = isVariant(object) ? "Variant" : object.name;
     ClassDefinition *definition = definitionOf(className);
-    if (const Variable *field = findField(definition, use.name.text))
-        return variable(use, *field, assigned);
-    if (Function *method = findMethod(definition, use.name.text)) {
-        return call(use, Meaning::ScriptCall, {candidateFor(*method)}, assigned);
-    }
+    if (const ClassDefinition::Field *found = findField(definition, use.name.text))
+        return field(use, *found, assigned);
+    if (Function *found = findMethod(definition, use.name.text))
+        return method(use, *found, assigned);
     std::string owner = nameOf(isVariant(object) ? object : classType(className));
     if (std::optional<PropertyFacts> property = findProperty(className, use.name.text)) {
         if (assigned && !property->canBeSet)
@@ -236,24 +314,38 @@ Type Checker::resolveMember(Use &use, const Type &object, Expression *assigned)
     std::vector<Candidate> candidates;
     for (const MethodDescription *method : methods) {
         bool isSetter = !method->declaration.assigns && method->setter && assigned;
-        host::Declaration form = isSetter ? host::runtime::setterDeclaration(method->declaration) : method->declaration;
-        if (isSetter || method->declaration.assigns == (assigned != nullptr))
-            candidates.push_back({form.name, form.parameters, assigned ? nothing() : form.result, method->text, method,
-                                  nullptr, nullptr, isSetter});
+        if (!isSetter && method->declaration.assigns != (assigned != nullptr))
+            continue;
+        Candidate candidate = candidateFor(*method);
+        if (isSetter)
+            candidate.parameters = host::runtime::setterDeclaration(method->declaration).parameters;
+        candidate.required = candidate.parameters.size();
+        candidate.usesSetter = isSetter;
+        if (assigned)
+            candidate.result = nothing();
+        candidates.push_back(candidate);
     }
     if (candidates.empty() && !methods.empty())
         fail(use.name.place,
-             methods.front()->text + (assigned ? ": cannot be assigned to" : ": can only be assigned to"));
+             methods.front()->text + (assigned ? ": cannot be assigned to" + setterHint(className, use.name.text)
+                                               : ": can only be assigned to"));
     if (candidates.empty()) {
+        std::vector<Candidate> rows = libraryCandidates(libraryMembers(object, use.name.text), true, assigned);
+        if (!rows.empty())
+            return call(use, Meaning::LibraryCall, rows, assigned);
+        if (!libraryMembers(object, use.name.text).empty())
+            fail(use.name.place, quoted(use.name.text) + " of " + owner + " can only be read");
         if (isVariant(object))
             fail(use.name.place,
                  "a Variant has no member " + quoted(use.name.text) + "; assign it to a variable of its class first");
         if (!methodsNamed(className, use.name.text, true).empty())
             fail(use.name.place, quoted(use.name.text) + " is a method of the class: " + owner + "." + use.name.text);
         std::vector<std::string> known = memberNames(className, false);
+        for (const std::string &name : libraryMemberNames(object))
+            known.push_back(name);
         for (const ClassDefinition *each = definition; each; each = each->super) {
-            for (const Dim::Item *field : each->fields)
-                known.push_back(field->variable.name.text);
+            for (const ClassDefinition::Field &field : each->fields)
+                known.push_back(field.item->variable.name.text);
             for (const Function &method : each->methods)
                 known.push_back(method.name.text);
         }

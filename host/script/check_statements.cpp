@@ -3,7 +3,6 @@
 
 #include "host/host.h"
 #include "host/runtime/arrays.h"
-#include "host/script/builtins.h"
 #include "host/script/checker.h"
 #include "host/script/host_members.h"
 #include "host/script/objects.h"
@@ -28,23 +27,11 @@ void Checker::checkStatement(Statement &statement)
 
 void Checker::visit(Dim &dim, const Place &)
 {
-    Type type = typeNamed("Variant");
-    attempt([&] {
-        if (!dim.type.name.text.empty())
-            type = resolve(dim.type);
-        else
-            type = (needValue(*dim.initial), dim.initial->type);
-        for (Dim::Item &item : dim.items) {
-            Type itemType = typeOf(item, dim, type);
-            if (item.upperBound)
-                need(*item.upperBound, typeNamed("Integer"), "the upper bound");
-            if (dim.initial)
-                need(*dim.initial, itemType, "\"" + item.variable.name.text + "\"");
-        }
-    });
-    for (Dim::Item &item : dim.items) {
-        item.variable.isConstant = dim.isConstant;
-        declare(item.variable, item.isArray ? arrayOf(type) : type);
+    for (DimGroup &group : dim.groups) {
+        Type type = typeNamed("Variant");
+        attempt([&] { checkGroup(group, type); });
+        for (DimGroup::Item &item : group.items)
+            declare(item.variable, item.isArray ? arrayOf(type) : type);
     }
 }
 
@@ -64,7 +51,7 @@ void Checker::visit(Evaluation &evaluation, const Place &)
     auto *use = std::get_if<Use>(&evaluation.expression->node);
     bool isCall = use && (use->meaning == Meaning::ScriptCall || use->meaning == Meaning::HostCall ||
                           use->meaning == Meaning::SharedCall || use->meaning == Meaning::ArrayMember ||
-                          use->meaning == Meaning::BuiltinCall);
+                          use->meaning == Meaning::LibraryCall);
     if (_allowsExpressions)
         return;
     if (!isCall)
@@ -95,19 +82,31 @@ void Checker::visit(If &branches, const Place &)
     checkBlock(branches.otherwise);
 }
 
+void Checker::checkTest(Select::Test &test, const Type &subject)
+{
+    if (!test.className.text.empty()) {
+        if (!isClass(test.className.text))
+            fail(test.className.place, "there is no class \"" + test.className.text + "\"");
+        return;
+    }
+    for (Expression *value : {test.value.get(), test.last.get()}) {
+        if (!value)
+            continue;
+        needValue(*value);
+        if (!isVariant(value->type) && !fit(subject, value->type) && !fit(value->type, subject))
+            fail(value->place, "the value must be " + articleAndName(subject) + ", not " + articleAndName(value->type));
+        bool isOrdered = test.last || test.comparison > Operator::Unequal;
+        if (isOrdered && !canBeOrdered(subject, value->type))
+            fail(value->place, articleAndName(subject) + " has no order");
+    }
+}
+
 void Checker::visit(Select &select, const Place &)
 {
     attempt([&] { needValue(*select.subject); });
     for (Select::Case &one : select.cases) {
-        for (ExpressionPtr &value : one.values) {
-            attempt([&] {
-                needValue(*value);
-                if (!isVariant(value->type) && !fit(select.subject->type, value->type) &&
-                    !fit(value->type, select.subject->type))
-                    fail(value->place, "the value must be " + articleAndName(select.subject->type) + ", not " +
-                                           articleAndName(value->type));
-            });
-        }
+        for (Select::Test &test : one.tests)
+            attempt([&] { checkTest(test, select.subject->type); });
         checkBlock(one.body);
     }
     checkBlock(select.otherwise);
@@ -126,11 +125,11 @@ Type Checker::checkLoopVariable(LoopVariable &variable)
     return type;
 }
 
-void Checker::loopBody(Block &body)
+void Checker::loopBody(Block &body, LoopKind kind)
 {
-    _loops++;
+    _loops.push_back(kind);
     checkBlock(body);
-    _loops--;
+    _loops.pop_back();
 }
 
 void Checker::visit(ForCount &loop, const Place &)
@@ -145,7 +144,7 @@ void Checker::visit(ForCount &loop, const Place &)
         if (loop.step)
             need(*loop.step, type, "the step");
     });
-    loopBody(loop.body);
+    loopBody(loop.body, LoopKind::For);
     _scopes.pop_back();
 }
 
@@ -162,7 +161,7 @@ void Checker::visit(ForEach &loop, const Place &)
                                                        articleAndName(elementOf(loop.array->type)) + " each, not " +
                                                        articleAndName(type));
     });
-    loopBody(loop.body);
+    loopBody(loop.body, LoopKind::For);
     _scopes.pop_back();
 }
 
@@ -171,13 +170,24 @@ void Checker::visit(Loop &loop, const Place &)
     for (ExpressionPtr *condition : {&loop.before, &loop.after})
         if (*condition)
             attempt([&] { need(**condition, typeNamed("Boolean"), "the condition"); });
-    loopBody(loop.body);
+    loopBody(loop.body, loop.kind);
 }
 
 void Checker::visit(Leave &leave, const Place &place)
 {
-    if (_loops == 0)
-        fail(place, std::string(leave.isContinue ? "Continue" : "Exit") + " stands in a loop only");
+    if (!leave.method.empty()) {
+        bool isFunction = _function && !isNothing(_function->result);
+        bool wantsFunction = host::equalIgnoringCase(leave.method, "Function");
+        if (isFunction != wantsFunction)
+            fail(place, "Exit " + std::string(leave.method) + " stands in a " + std::string(leave.method) + " only");
+        return;
+    }
+    bool isInside = std::any_of(_loops.begin(), _loops.end(),
+                                [&](LoopKind kind) { return leave.loop == LoopKind::Any || leave.loop == kind; });
+    static const char *const loops[] = {"a loop", "a For loop", "a While loop", "a Do loop"};
+    if (!isInside)
+        fail(place, std::string(leave.isContinue ? "Continue" : "Exit") + " stands in " + loops[size_t(leave.loop)] +
+                        " only here");
 }
 
 void Checker::visit(Return &leave, const Place &place)

@@ -1,9 +1,11 @@
 // Names and types, checked before anything runs.
 #pragma once
 
+#include <algorithm>
 #include <functional>
 #include <map>
 
+#include "host/script/library.h"
 #include "host/script/syntax.h"
 #include "host/script/types.h"
 
@@ -21,6 +23,7 @@ struct Symbols {
     Names<Variable> globals;
     Names<Function *> functions;
     Names<ClassDefinition *> classes;
+    Names<Enumeration *> enumerations;
     size_t globalSlots = 0;
 };
 
@@ -37,23 +40,32 @@ public:
 private:
     // A method that a call could mean, with the parameters as the call must give them.
     struct Candidate {
-        std::string name;
         std::vector<host::Parameter> parameters;
         Type result;
-        std::string text; // the declaration, for messages
+        std::string text;     // the declaration, for messages
+        size_t required = 0;  // parameters that cannot be left out
+        bool repeats = false; // the last parameter
         const host::MethodDescription *method = nullptr;
         const Function *function = nullptr;
-        const Builtin *builtin = nullptr;
+        const LibraryRow *row = nullptr;
         bool usesSetter = false;
+
+        bool takes(size_t count) const { return count >= required && (repeats || count <= parameters.size()); }
+        const host::Parameter &parameter(size_t index) const
+        {
+            return parameters[std::min(index, parameters.size() - 1)];
+        }
     };
 
     // Declarations.
+    void declareEnumeration(Enumeration &enumeration);
     void declareClasses(Program &program);
     void declareFunction(Function &function);
     void checkFields(ClassDefinition &definition);
     void checkFunction(Function &function);
     Type resolve(const WrittenType &written);
-    Type typeOf(const Dim::Item &item, const Dim &dim, const Type &type);
+    Type typeOf(const DimGroup::Item &item, const DimGroup &group, const Type &type);
+    void checkGroup(DimGroup &group, Type &type); // gives the type that it names, too
     void needNewName(const Named &name);
 
     // Statements.
@@ -74,8 +86,9 @@ private:
     void visit(Try &attempt, const Place &place);
     void visit(Raise &raise, const Place &place);
     void visit(Redim &redim, const Place &place);
+    void checkTest(Select::Test &test, const Type &subject);
     Type checkLoopVariable(LoopVariable &variable);
-    void loopBody(Block &body);
+    void loopBody(Block &body, LoopKind kind);
     void attempt(const std::function<void()> &body); // keeps the problems that it finds
     void declare(Variable &variable, const Type &type);
     void needExceptionClass(const Named &name);
@@ -87,6 +100,7 @@ private:
     Type visit(Use &use, Expression &expression, const Type *wanted);
     Type visit(Unary &unary, Expression &expression, const Type *wanted);
     Type visit(Binary &binary, Expression &expression, const Type *wanted);
+    Type visit(Conditional &choice, Expression &expression, const Type *wanted);
     Type visit(TypeTest &test, Expression &expression, const Type *wanted);
     Type visit(Creation &creation, Expression &expression, const Type *wanted);
     Type visit(SelfObject &self, Expression &expression, const Type *wanted);
@@ -102,15 +116,24 @@ private:
     Type resolveMember(Use &use, const Type &object, Expression *assigned);
     Type variable(Use &use, const Variable &variable, Expression *assigned);
     Type value(Use &use, const Type &type, Expression *assigned); // that may be an array with an index behind it
+    Type constant(Use &use, const Expression &value, Expression *assigned);
+    Type field(Use &use, const ClassDefinition::Field &field, Expression *assigned);
+    Type method(Use &use, const Function &method, Expression *assigned);
+    void needAccess(const Named &name, Access access, const ClassDefinition &owner);
     Type call(Use &use, Meaning meaning, const std::vector<Candidate> &candidates, Expression *assigned);
+    void needVariable(Expression &argument, const Function::Parameter &parameter, const std::string &text);
     static Candidate candidateFor(const Function &function);
+    static Candidate candidateFor(const host::MethodDescription &method);
+    static Candidate candidateFor(const LibraryRow &row, bool isMember, bool isAssigned);
+    std::vector<Candidate> libraryCandidates(const std::vector<const LibraryRow *> &rows, bool isMember,
+                                             Expression *assigned);
     const Candidate &choose(const std::vector<Candidate> &candidates, const Expressions &arguments,
                             Expression *assigned, const Named &name);
     int fitOf(const Expression &expression, const Type &declared);
     const Variable *findLocal(const std::string &name) const;
     bool isClass(const std::string &name) const;
     ClassDefinition *definitionOf(const std::string &className) const;
-    const Variable *findField(const ClassDefinition *definition, const std::string &name) const;
+    const ClassDefinition::Field *findField(const ClassDefinition *definition, const std::string &name) const;
     Function *findMethod(const ClassDefinition *definition, const std::string &name) const;
     [[noreturn]] void unknownName(const Named &name);
     [[noreturn]] void unknownMember(const Named &name, const std::string &owner, const std::vector<std::string> &known);
@@ -121,7 +144,7 @@ private:
     std::vector<Names<Variable>> _scopes; // of the function that is checked, the innermost last
     Function *_function = nullptr;        // null in the program's statements
     size_t *_slots = nullptr;             // local variables so far
-    int _loops = 0;
+    std::vector<LoopKind> _loops;         // around the statement, the innermost last
 };
 
 } // namespace script

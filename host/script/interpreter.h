@@ -27,12 +27,14 @@ private:
     Flow run(const Block &block);
     Flow run(const Statement &statement);
     Flow visit(const Dim &dim, const Place &place);
+    void run(const DimGroup &group);
     Flow visit(const Assignment &assignment, const Place &place);
     Flow visit(const Evaluation &evaluation, const Place &place);
     Flow visit(const Print &print, const Place &place);
     Flow visit(const Assertion &assertion, const Place &place);
     Flow visit(const If &branches, const Place &place);
     Flow visit(const Select &select, const Place &place);
+    bool passes(const Select::Test &test, const host::Value &subject, const Place &place);
     Flow visit(const ForCount &loop, const Place &place);
     Flow visit(const ForEach &loop, const Place &place);
     Flow visit(const Loop &loop, const Place &place);
@@ -53,6 +55,7 @@ private:
     host::Value visit(const Use &use, const Expression &expression);
     host::Value visit(const Unary &unary, const Expression &expression);
     host::Value visit(const Binary &binary, const Expression &expression);
+    host::Value visit(const Conditional &choice, const Expression &expression);
     host::Value visit(const TypeTest &test, const Expression &expression);
     host::Value visit(const Creation &creation, const Expression &expression);
     host::Value visit(const SelfObject &self, const Expression &expression);
@@ -64,11 +67,24 @@ private:
     host::Value &slot(const Variable &variable);
     host::Value &slot(const Use &use);
     host::Arguments arguments(const Use &use, const std::vector<host::Parameter> &parameters);
+    host::Value callRow(const Use &use, const Expression *assigned);
     host::Value call(const host::MethodDescription &method, bool usesSetter, const host::Value &self,
                      const host::Arguments &arguments, const Place &place);
     host::Value call(const Function &function, const host::Value &self, const Expressions &arguments,
                      const Place &place);
     void setUpFields(const host::Value &object);
+
+    // A variable, a field or an element that a method may change.
+    struct Reference {
+        const Use *use;
+        host::Value owner; // of an element, the array; of a field, the object; else nil
+        int32_t index = 0;
+    };
+    Reference refer(const Expression &expression);
+    void assign(const Reference &reference, const host::Value &value);
+
+    // Whether a loop has to end after a round that ended so.
+    bool leaves(Flow &flow, LoopKind kind);
     const ClassDefinition *definitionOf(const host::Value &object) const;
 
     bool _echoes;
@@ -76,6 +92,7 @@ private:
     std::vector<const ClassDefinition *> _classes;
     Frame *_frame = nullptr;
     int _depth = 0;
+    LoopKind _leaving = LoopKind::Any; // of the Exit or Continue that is under way
 };
 
 // What an operator makes of two values; `type` is the type of the result.

@@ -47,6 +47,7 @@ bool Parser::takeWord(std::string_view word)
 
 void Parser::unexpected(const std::string &wanted) const
 {
+    refuseLeftOut(LeftOutAt::Sign);
     const Token &token = peek();
     std::string found = token.kind == TokenKind::End       ? "the end"
                         : token.kind == TokenKind::LineEnd ? "the end of the line"
@@ -85,10 +86,30 @@ void Parser::needLineEnd()
     advance();
 }
 
+void Parser::needBrackets(const char *after)
+{
+    need(")", (std::string("\"(\" of ") + after).c_str());
+}
+
 void Parser::skipLines()
 {
-    while (peek().kind == TokenKind::LineEnd)
-        advance();
+    for (;;) {
+        if (peek().kind == TokenKind::LineEnd)
+            advance();
+        else if (peek().kind == TokenKind::Directive)
+            directive();
+        else
+            return;
+    }
+}
+
+void Parser::refuseLeftOut(LeftOutAt at) const
+{
+    std::string message = leftOutMessage(at, peek().text);
+    // In front of anything but a name the word may be one of the program's own.
+    bool isMeant = at == LeftOutAt::Sign || peek(1).kind == TokenKind::Word;
+    if (!message.empty() && isMeant)
+        fail(peek().place, message);
 }
 
 Parser::Nested::Nested(Parser &parser) : _parser(parser)
@@ -99,12 +120,6 @@ Parser::Nested::Nested(Parser &parser) : _parser(parser)
 }
 
 // --- Expressions ---------------------------------------------------------------------------------------------------
-
-struct BinaryOperator {
-    const char *text;
-    int precedence; // a higher one binds more tightly
-    Operator operation;
-};
 
 static const BinaryOperator kBinaryOperators[] = {
     {"Or", 1, Operator::Or},          {"Xor", 1, Operator::Xor},    {"And", 2, Operator::And},
@@ -120,7 +135,7 @@ static constexpr int kNotPrecedence = 3;
 static constexpr int kComparisonPrecedence = 4;
 static constexpr int kHighestPrecedence = 6;
 
-static const BinaryOperator *binaryOperator(const Token &token)
+const BinaryOperator *binaryOperator(const Token &token)
 {
     for (const BinaryOperator &each : kBinaryOperators)
         if (token.isSign(each.text) || token.isWord(each.text))
@@ -232,8 +247,13 @@ Expressions Parser::arguments()
     return all;
 }
 
-static std::string unquoted(std::string_view literal)
+// "…", or &u with a code point.
+static std::string textOf(std::string_view literal)
 {
+    if (literal[0] == '&') {
+        auto code = uint32_t(strtoul(std::string(literal.substr(2)).c_str(), nullptr, 16));
+        return Value::string({reinterpret_cast<const char *>(&code), sizeof code}, host::kUTF32).text();
+    }
     std::string text;
     for (size_t i = 1; i + 1 < literal.size(); i++) {
         text += literal[i];
@@ -250,7 +270,7 @@ ExpressionPtr Parser::primary()
     case TokenKind::Number:
         return number(advance());
     case TokenKind::Text:
-        return makeExpression(advance().place, Literal{Value(unquoted(token.text))});
+        return makeExpression(advance().place, Literal{Value(textOf(token.text))});
     case TokenKind::Color: {
         std::string digits(advance().text.substr(2));
         return makeExpression(token.place, Literal{Value::color(uint32_t(strtoul(digits.c_str(), nullptr, 16)))});
@@ -272,6 +292,8 @@ ExpressionPtr Parser::primary()
             return makeExpression(advance().place, SelfObject{});
         if (token.isWord("New"))
             return creation(advance());
+        if (token.isWord("If") && peek(1).isSign("("))
+            return conditional(advance());
         if (token.isWord("Array") && peek(1).isSign("(")) {
             advance();
             advance();
@@ -304,6 +326,19 @@ ExpressionPtr Parser::number(const Token &token)
         fail(token.place, std::string(token.text) + " is too large for an integer of 64 bits");
     Value literal = value == int32_t(value) ? Value(int32_t(value)) : Value(value);
     return makeExpression(token.place, Literal{std::move(literal)});
+}
+
+ExpressionPtr Parser::conditional(const Token &start)
+{
+    Conditional made;
+    need("(", "If");
+    made.condition = expression();
+    need(",", "the condition");
+    made.yes = expression();
+    need(",", "the first value");
+    made.no = expression();
+    need(")", "the second value");
+    return makeExpression(spanning(start.place, _tokens[_next - 1].place), std::move(made));
 }
 
 ExpressionPtr Parser::creation(const Token &start)

@@ -26,10 +26,12 @@ Block Parser::block(std::initializer_list<const char *> ends, const Token &start
     return statements;
 }
 
+// End alone closes any block.
 void Parser::closeWith(const char *first, const char *second)
 {
     needWord(first, "the statements");
-    needWord(second, first);
+    if (!peek().endsLine())
+        needWord(second, first);
     needLineEnd();
 }
 
@@ -47,6 +49,7 @@ void Parser::endStatement()
 std::unique_ptr<Statement> Parser::statement()
 {
     Nested nested(*this);
+    refuseLeftOut(LeftOutAt::Statement);
     const Token &start = peek();
     auto simple = [&](auto node) {
         std::unique_ptr<Statement> made = makeStatement(start.place, std::move(node));
@@ -96,41 +99,47 @@ std::unique_ptr<Statement> Parser::statement()
 Dim Parser::dim(bool isConstant)
 {
     Dim dim;
-    dim.isConstant = isConstant;
+    do
+        dim.groups.push_back(dimGroup(isConstant));
+    while (!isConstant && take(","));
+    return dim;
+}
+
+DimGroup Parser::dimGroup(bool isConstant)
+{
+    DimGroup group;
+    group.isConstant = isConstant;
     do {
-        Dim::Item item;
-        item.variable.name = needName("the name of a variable");
+        DimGroup::Item item;
+        item.variable.name = needName(isConstant ? "the name of a constant" : "the name of a variable");
         if (!isConstant && take("(")) {
             item.isArray = true;
             if (!take(")")) {
                 item.upperBound = expression();
+                if (peek().isSign(","))
+                    fail(peek().place, "arrays of more than one dimension are not part of this language here");
                 need(")", "the upper bound of an array");
             }
         }
-        dim.items.push_back(std::move(item));
+        group.items.push_back(std::move(item));
     } while (!isConstant && take(","));
-    finishDim(dim);
-    return dim;
-}
-
-void Parser::finishDim(Dim &dim)
-{
-    if (!dim.isConstant) {
+    if (!isConstant) {
         needWord("As", "the name of a variable");
         if (peek().isWord("New")) {
             const Token &start = advance();
-            dim.type.name = {std::string(peek().text), peek().place};
-            dim.initial = creation(start);
-            return;
+            group.type.name = {std::string(peek().text), peek().place};
+            group.initial = creation(start);
+            return group;
         }
-        dim.type = writtenType();
+        group.type = writtenType();
     } else if (takeWord("As")) {
-        dim.type = writtenType();
+        group.type = writtenType();
     }
-    if (dim.isConstant)
+    if (isConstant)
         need("=", "the name of a constant");
-    if (dim.isConstant || take("="))
-        dim.initial = expression();
+    if (isConstant || take("="))
+        group.initial = expression();
+    return group;
 }
 
 If Parser::ifStatement(const Token &start)
@@ -178,7 +187,7 @@ Select Parser::selectStatement(const Token &start)
         }
         Select::Case one;
         do
-            one.values.push_back(expression());
+            one.tests.push_back(caseTest());
         while (take(","));
         needLineEnd();
         one.body = block({"Case", "End"}, start, "End Select");
@@ -186,6 +195,26 @@ Select Parser::selectStatement(const Token &start)
     }
     closeWith("End", "Select");
     return made;
+}
+
+Select::Test Parser::caseTest()
+{
+    Select::Test test;
+    if (takeWord("IsA")) {
+        test.className = needName("the name of a class");
+        return test;
+    }
+    if (takeWord("Is")) {
+        const BinaryOperator *found = binaryOperator(peek());
+        if (!found || found->operation < Operator::Equal || found->operation > Operator::GreaterOrEqual)
+            unexpected("a comparison after Is");
+        test.comparison = found->operation;
+        advance();
+    }
+    test.value = expression();
+    if (test.comparison == Operator::Equal && takeWord("To"))
+        test.last = expression();
+    return test;
 }
 
 LoopVariable Parser::loopVariable()
@@ -249,6 +278,7 @@ Loop Parser::whileStatement(const Token &start)
 Loop Parser::doStatement(const Token &start)
 {
     Loop loop;
+    loop.kind = LoopKind::Do;
     auto condition = [this](bool &until) -> ExpressionPtr {
         until = takeWord("Until");
         return until || takeWord("While") ? expression() : nullptr;
@@ -264,10 +294,16 @@ Loop Parser::doStatement(const Token &start)
 
 Leave Parser::leave(bool isContinue)
 {
-    // The word behind it is for readers: it is always the innermost loop.
-    if (!takeWord("For") && !takeWord("While"))
-        takeWord("Do");
-    return {isContinue};
+    Leave leave{isContinue, LoopKind::Any, {}};
+    if (takeWord("For"))
+        leave.loop = LoopKind::For;
+    else if (takeWord("While"))
+        leave.loop = LoopKind::While;
+    else if (takeWord("Do"))
+        leave.loop = LoopKind::Do;
+    else if (!isContinue && (takeWord("Sub") || takeWord("Function")))
+        leave.method = _tokens[_next - 1].text;
+    return leave;
 }
 
 Try Parser::tryStatement(const Token &start)
@@ -332,6 +368,19 @@ Redim Parser::redim()
     return made;
 }
 
+// Whether the arguments of a call follow, written without brackets: a value begins here. Behind an operator only a
+// bracket or a sign could begin one, and only where an expression alone is no statement.
+bool Parser::startsArguments(const Expression &target) const
+{
+    auto *use = std::get_if<Use>(&target.node);
+    if (!use || use->hasBrackets)
+        return false;
+    const Token &next = peek();
+    if (next.kind == TokenKind::Sign)
+        return !_allowsExpressions && next.isSign("-");
+    return next.kind != TokenKind::Word || (!binaryOperator(next) && !next.isWord("IsA"));
+}
+
 std::unique_ptr<Statement> Parser::assignmentOrCall()
 {
     const Token &start = peek();
@@ -339,29 +388,42 @@ std::unique_ptr<Statement> Parser::assignmentOrCall()
     if (start.kind == TokenKind::Word && isReserved(start.text) && !start.isWord("Self") && !_allowsExpressions)
         unexpected("a statement");
     ExpressionPtr target = postfix();
-    std::unique_ptr<Statement> made;
+    bool isUse = std::holds_alternative<Use>(target->node);
     // Alone, 1 = 1 is a comparison.
-    bool canBeTarget = !_allowsExpressions || std::holds_alternative<Use>(target->node);
-    if (canBeTarget && take("=")) {
+    if ((!_allowsExpressions || isUse) && take("=")) {
         ExpressionPtr value = expression();
-        made = makeStatement(start.place, Assignment{std::move(target), std::move(value)});
-    } else {
-        auto *use = std::get_if<Use>(&target->node);
-        bool isPlain = atStatementEnd();
-        if (_allowsExpressions && !isPlain) {
-            _next = first;
-            target = expression();
-        } else if (use && !isPlain && !use->hasBrackets && peek().kind != TokenKind::Sign) {
-            do // arguments without brackets
-                use->arguments.push_back(expression());
-            while (take(","));
-            use->hasBrackets = true;
-            target->place = spanning(target->place, use->arguments.back()->place);
-        } else if (!use && !_allowsExpressions) {
-            fail(target->place, "a value alone is no statement");
-        }
-        made = makeStatement(start.place, Evaluation{std::move(target), false});
+        endStatement();
+        return makeStatement(start.place, Assignment{std::move(target), std::move(value)});
     }
+    if (peek().kind == TokenKind::Sign && peek(1).isSign("=")) {
+        std::string message = leftOutMessage(LeftOutAt::Sign, std::string(peek().text) + "=");
+        if (!message.empty())
+            fail(spanning(peek().place, peek(1).place), message);
+    }
+    bool isComplete = atStatementEnd();
+    // MsgBox ("a") + "b": the brackets belong to the argument.
+    bool isBareCall = !_allowsExpressions && !isComplete && isUse && _tokens[first + 1].isSign("(") &&
+                      _tokens[first + 1].place.offset > start.place.offset + start.place.length;
+    if (isBareCall) {
+        _next = first + 1;
+        Use callee;
+        callee.name = {std::string(start.text), start.place};
+        target = makeExpression(start.place, std::move(callee));
+    }
+    if (isBareCall || (!isComplete && startsArguments(*target))) {
+        Use &use = std::get<Use>(target->node);
+        do
+            use.arguments.push_back(expression());
+        while (take(","));
+        use.hasBrackets = true;
+        target->place = spanning(target->place, use.arguments.back()->place);
+    } else if (_allowsExpressions && !isComplete) {
+        _next = first;
+        target = expression();
+    } else if (!isUse && !_allowsExpressions) {
+        fail(target->place, "a value alone is no statement");
+    }
+    std::unique_ptr<Statement> made = makeStatement(start.place, Evaluation{std::move(target), false});
     endStatement();
     return made;
 }

@@ -1,6 +1,7 @@
 // From text to tree.
 #pragma once
 
+#include "host/script/left_out.h"
 #include "host/script/syntax.h"
 #include "host/script/tokens.h"
 
@@ -26,7 +27,13 @@ private:
     void needWord(std::string_view word, const std::string &after);
     Named needName(const char *what);
     void needLineEnd();
-    void skipLines();
+    void needBrackets(const char *after); // ")" behind "("
+    void skipLines();                     // reads directives, too
+    void directive();
+    bool directiveHolds();
+    void skipToBranch(bool mayTake);
+    [[noreturn]] void failAtOpenDirective();
+    void refuseLeftOut(LeftOutAt at) const; // when the next word gives away something that the language leaves out
     [[noreturn]] void unexpected(const std::string &wanted) const;
 
     // Counts how deeply the rules are nested, as long as it lives; fails when the stack could end before they do.
@@ -47,6 +54,7 @@ private:
     ExpressionPtr primary();
     ExpressionPtr number(const Token &token);
     ExpressionPtr creation(const Token &start);
+    ExpressionPtr conditional(const Token &start);
     ExpressionPtr use(ExpressionPtr base, const Token &name);
     Expressions arguments(); // after the opening bracket, the closing one included
 
@@ -58,10 +66,11 @@ private:
     bool atEndWord(std::initializer_list<const char *> ends) const;
     void closeWith(const char *first, const char *second);
     Dim dim(bool isConstant);
-    void finishDim(Dim &dim);
+    DimGroup dimGroup(bool isConstant);
     WrittenType writtenType();
     If ifStatement(const Token &start);
     Select selectStatement(const Token &start);
+    Select::Test caseTest();
     LoopVariable loopVariable();
     std::unique_ptr<Statement> forStatement(const Token &start);
     Loop whileStatement(const Token &start);
@@ -71,18 +80,32 @@ private:
     Assertion assertion();
     Redim redim();
     std::unique_ptr<Statement> assignmentOrCall();
+    bool startsArguments(const Expression &target) const;
 
     // Declarations.
     void function(Function &function, bool hasResult);
+    Function::Parameter parameter();
     void classDefinition(ClassDefinition &definition);
+    Access access();
+    void enumeration(Enumeration &enumeration);
 
     const Source &_source;
     std::vector<Token> _tokens;
     size_t _next = 0;
     bool _allowsExpressions;
     int _depth = 0;
-    bool _onOneLine = false; // in the first statement of an If on one line, which Else ends, too
+    std::vector<Place> _directives; // each #If that is open
+    bool _onOneLine = false;        // in the first statement of an If on one line, which Else ends, too
 };
+
+struct BinaryOperator {
+    const char *text;
+    int precedence; // a higher one binds more tightly
+    Operator operation;
+};
+
+// Null for any other token, IsA among them, which has a name on its right.
+const BinaryOperator *binaryOperator(const Token &token);
 
 // An expression or a statement around its node.
 template <class Node>

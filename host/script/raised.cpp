@@ -6,7 +6,7 @@ Raised raised(const std::string &className, const std::string &message, const Pl
 {
     host::Value object = host::Host::shared().newInstance(className);
     object.setProperty("Message", message);
-    return {object, place};
+    return {object, place, {}};
 }
 
 } // namespace script

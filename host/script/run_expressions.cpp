@@ -3,8 +3,9 @@
 
 #include "host/runtime/calls.h"
 #include "host/runtime/variants.h"
-#include "host/script/builtins.h"
+#include "host/script/arrays.h"
 #include "host/script/interpreter.h"
+#include "host/script/library.h"
 #include "host/script/objects.h"
 #include "host/script/types.h"
 
@@ -76,6 +77,11 @@ Value Interpreter::visit(const Binary &binary, const Expression &expression)
     return operated(binary.operation, left, evaluate(*binary.right), expression.type, binary.place);
 }
 
+Value Interpreter::visit(const Conditional &choice, const Expression &expression)
+{
+    return evaluate(holds(*choice.condition) ? *choice.yes : *choice.no, expression.type);
+}
+
 Value Interpreter::visit(const TypeTest &test, const Expression &)
 {
     return Value(evaluate(*test.operand).isA(test.className.text));
@@ -135,18 +141,20 @@ const ClassDefinition *Interpreter::definitionOf(const Value &object) const
 void Interpreter::setUpFields(const Value &object)
 {
     const ClassDefinition *definition = definitionOf(object);
-    if (!definition || fieldsOf(object).size() == definition->fieldCount())
+    if (!definition || fieldsOf(object).size() == definition->slotCount)
         return;
-    fieldsOf(object).resize(definition->fieldCount());
+    fieldsOf(object).resize(definition->slotCount);
     std::vector<const ClassDefinition *> chain;
     for (const ClassDefinition *each = definition; each; each = each->super)
         chain.insert(chain.begin(), each);
     for (const ClassDefinition *each : chain)
-        for (const Statement &statement : each->fieldStatements) {
+        for (const ClassDefinition::FieldGroup &fields : each->fieldGroups) {
+            if (fields.group.isConstant)
+                continue;
             Frame frame;
             frame.self = object;
             Frame *outer = std::exchange(_frame, &frame);
-            visit(std::get<Dim>(statement.node), statement.place);
+            run(fields.group);
             _frame = outer;
         }
 }
@@ -159,6 +167,23 @@ Arguments Interpreter::arguments(const Use &use, const std::vector<host::Paramet
     for (size_t i = 0; i < use.arguments.size(); i++)
         values.push_back(evaluate(*use.arguments[i], parameters[i].type));
     return values;
+}
+
+// A member's object is the first argument. A Variant's members are there for Nil, too.
+Value Interpreter::callRow(const Use &use, const Expression *assigned)
+{
+    const LibraryRow &row = *use.row;
+    Arguments values;
+    if (use.base && !row.isShared)
+        values.push_back(isVariant(use.base->type) ? evaluate(*use.base)
+                                                   : converted(base(use), row.self(), use.base->place));
+    size_t first = row.isExtension ? values.size() : 0; // the parameter that the first written argument is for
+    const std::vector<host::Parameter> &parameters = row.declaration.parameters;
+    for (size_t i = 0; i < use.arguments.size(); i++)
+        values.push_back(evaluate(*use.arguments[i], parameters[std::min(first + i, parameters.size() - 1)].type));
+    if (assigned)
+        values.push_back(evaluate(*assigned, row.declaration.result));
+    return (assigned ? row.assign : row.run)(values, use.name.place);
 }
 
 // What is meant, before an index.
@@ -186,16 +211,21 @@ Value Interpreter::read(const Use &use, const Expression &expression)
         Value array = base(use);
         const ArrayMember &member = *arrayMember(use.name.text);
         Arguments values;
-        for (size_t i = 0; i < use.arguments.size(); i++)
-            values.push_back(evaluate(*use.arguments[i],
-                                      member.parameters[i] == 'i' ? typeNamed("Integer") : elementOf(use.base->type)));
-        return runArrayMember(member.operation, array, values, place);
+        const char *parameter = member.parameters;
+        for (const ExpressionPtr &argument : use.arguments) {
+            parameter += *parameter == '?';
+            values.push_back(
+                evaluate(*argument, *parameter++ == 'i' ? typeNamed("Integer") : elementOf(use.base->type)));
+        }
+        return member.run(array, values, place);
     }
-    case Meaning::BuiltinCall:
-        return use.builtin->run(arguments(use, use.builtin->declaration.parameters), place);
+    case Meaning::LibraryCall:
+        return callRow(use, nullptr);
+    case Meaning::Constant:
+        return evaluate(*use.constant);
     case Meaning::Cast:
         return evaluate(*use.arguments.front(), expression.type);
-    case Meaning::ClassName:
+    case Meaning::Owner:
     case Meaning::Unknown:
         break;
     }
@@ -228,6 +258,10 @@ void Interpreter::assign(const Use &use, const Expression &target, const Express
         call(*use.method, use.usesSetter, self, values, use.name.place);
         return;
     }
+    if (use.meaning == Meaning::LibraryCall) {
+        callRow(use, &value);
+        return;
+    }
     if (!use.isElement) {
         store(use, evaluate(value, use.type));
         return;
@@ -237,6 +271,31 @@ void Interpreter::assign(const Use &use, const Expression &target, const Express
     int32_t index = evaluate(position, typeNamed("Integer")).int32();
     needIndex(array, index, array.count(), position.place);
     array.setAt(index, evaluate(value, elementOf(use.type)));
+}
+
+Interpreter::Reference Interpreter::refer(const Expression &expression)
+{
+    const Use &use = std::get<Use>(expression.node);
+    if (use.isElement) {
+        Value array = notNil(read(use, expression), expression.place);
+        const Expression &position = *use.arguments.front();
+        int32_t index = evaluate(position, typeNamed("Integer")).int32();
+        needIndex(array, index, array.count(), position.place);
+        return {&use, array, index};
+    }
+    return {&use, use.storage == Storage::Field ? base(use) : Value(), 0};
+}
+
+void Interpreter::assign(const Reference &reference, const Value &value)
+{
+    const Use &use = *reference.use;
+    Value old = value;
+    if (use.isElement && reference.index < reference.owner.count())
+        Value(reference.owner).setAt(reference.index, value);
+    else if (use.storage == Storage::Field)
+        std::swap(fieldsOf(reference.owner)[use.slot], old);
+    else if (!use.isElement)
+        std::swap(slot(use), old);
 }
 
 // --- Calls ---------------------------------------------------------------------------------------------------------
@@ -249,7 +308,7 @@ Value Interpreter::call(const host::MethodDescription &method, bool usesSetter, 
         host::Outcome outcome =
             usesSetter ? host.invokeSetter(method, self, arguments) : host.invoke(method, self, arguments);
         if (!outcome.raised.empty())
-            throw Raised{outcome.raised.front().object, place};
+            throw Raised{outcome.raised.front().object, place, {}};
         return outcome.result;
     });
 }
@@ -273,24 +332,42 @@ Value Interpreter::call(const Function &named, const Value &self, const Expressi
     frame.locals.resize(function->slots);
     frame.self = self;
     frame.result = initialValue(function->result);
-    for (size_t i = 0; i < arguments.size(); i++)
+    std::vector<std::pair<size_t, Reference>> references;
+    for (size_t i = 0; i < arguments.size(); i++) {
+        if (function->parameters[i].isByRef)
+            references.emplace_back(i, refer(*arguments[i]));
         frame.locals[i] = evaluate(*arguments[i], function->parameters[i].variable.type);
+    }
 
-    struct Entered {
-        Interpreter &interpreter;
-        Frame *outer;
-        Entered(Interpreter &interpreter, Frame &frame) : interpreter(interpreter), outer(interpreter._frame)
-        {
-            interpreter._frame = &frame;
-            interpreter._depth++;
+    Frame *outer = std::exchange(_frame, &frame);
+    _depth++;
+    // What was passed ByRef gets its new value however the call ends.
+    auto leave = [&] {
+        _frame = outer;
+        _depth--;
+        for (const auto &[parameter, reference] : references)
+            assign(reference, frame.locals[parameter]);
+    };
+    try {
+        for (size_t i = arguments.size(); i < function->parameters.size(); i++) {
+            const Function::Parameter &parameter = function->parameters[i];
+            frame.locals[i] = parameter.initial ? evaluate(*parameter.initial, parameter.variable.type)
+                                                : initialValue(parameter.variable.type);
         }
-        ~Entered()
-        {
-            interpreter._frame = outer;
-            interpreter._depth--;
-        }
-    } entered(*this, frame);
-    run(function->body);
+        run(function->body);
+    } catch (Raised &exception) {
+        leave();
+        exception.calls.push_back({function->name.text, place});
+        throw;
+    } catch (AssertionFailed &failed) {
+        leave();
+        failed.calls.push_back({function->name.text, place});
+        throw;
+    } catch (...) {
+        leave();
+        throw;
+    }
+    leave();
     return frame.result;
 }
 
@@ -299,9 +376,9 @@ Value Interpreter::visit(const Creation &creation, const Expression &expression)
     host::Host &host = host::Host::shared();
     const std::string &name = creation.className.text;
     const Place &place = expression.place;
-    auto integer = [&](size_t index) {
+    auto integer = [&](size_t index, int32_t otherwise = 0) {
         return index < creation.arguments.size() ? evaluate(*creation.arguments[index], typeNamed("Integer")).int32()
-                                                 : 0;
+                                                 : otherwise;
     };
     switch (creation.way) {
     case Creation::Way::HostConstructor: {
@@ -312,7 +389,13 @@ Value Interpreter::visit(const Creation &creation, const Expression &expression)
         return hosted(place, [&] { return host.newObject(name, values); });
     }
     case Creation::Way::DateOfParts:
-        return Value::date(integer(0), integer(1), integer(2), integer(3), integer(4), integer(5));
+        return Value::date(integer(0), integer(1, 1), integer(2, 1), integer(3), integer(4), integer(5));
+    case Creation::Way::CopyOfDate: {
+        Value original = notNil(evaluate(*creation.arguments.front(), expression.type), place);
+        Value made = host.newInstance(name);
+        made.setProperty("TotalSeconds", original.property("TotalSeconds"));
+        return made;
+    }
     case Creation::Way::ExceptionWithMessage: {
         Value message = evaluate(*creation.arguments.front(), typeNamed("String"));
         int32_t number = integer(1);

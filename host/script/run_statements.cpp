@@ -1,7 +1,6 @@
 #include <algorithm>
 #include <cstdio>
 
-#include "host/script/builtins.h"
 #include "host/script/interpreter.h"
 #include "host/script/objects.h"
 #include "host/script/types.h"
@@ -21,8 +20,9 @@ void Interpreter::run(const Program &program)
     // A method can use a variable of the program before its Dim is reached.
     for (const std::unique_ptr<Statement> &statement : program.statements)
         if (auto *dim = std::get_if<Dim>(&statement->node))
-            for (const Dim::Item &item : dim->items)
-                slot(item.variable) = initialValue(item.variable.type);
+            for (const DimGroup &group : dim->groups)
+                for (const DimGroup::Item &item : group.items)
+                    slot(item.variable) = initialValue(item.variable.type);
     run(program.statements);
     _frame = nullptr;
 }
@@ -46,9 +46,16 @@ Interpreter::Flow Interpreter::run(const Statement &statement)
 
 Interpreter::Flow Interpreter::visit(const Dim &dim, const Place &)
 {
-    for (const Dim::Item &item : dim.items) {
+    for (const DimGroup &group : dim.groups)
+        run(group);
+    return Flow::Onward;
+}
+
+void Interpreter::run(const DimGroup &group)
+{
+    for (const DimGroup::Item &item : group.items) {
         const Type &type = item.variable.type;
-        Value value = dim.initial ? evaluate(*dim.initial, type) : initialValue(type);
+        Value value = group.initial ? evaluate(*group.initial, type) : initialValue(type);
         if (item.upperBound) {
             int32_t upper = evaluate(*item.upperBound, typeNamed("Integer")).int32();
             while (value.count() <= upper)
@@ -56,7 +63,6 @@ Interpreter::Flow Interpreter::visit(const Dim &dim, const Place &)
         }
         std::swap(slot(item.variable), value);
     }
-    return Flow::Onward;
 }
 
 Interpreter::Flow Interpreter::visit(const Assignment &assignment, const Place &)
@@ -78,6 +84,7 @@ Interpreter::Flow Interpreter::visit(const Print &print, const Place &)
     std::string text = print.text ? evaluate(*print.text, typeNamed("String")).text() : "";
     text += '\n';
     fwrite(text.data(), 1, text.size(), stdout);
+    fflush(stdout); // whatever becomes of the program, this was said
     return Flow::Onward;
 }
 
@@ -90,7 +97,8 @@ Interpreter::Flow Interpreter::visit(const Assertion &assertion, const Place &)
 {
     if (!holds(*assertion.condition))
         throw AssertionFailed{assertion.condition->place,
-                              assertion.message ? evaluate(*assertion.message, typeNamed("String")).text() : ""};
+                              assertion.message ? evaluate(*assertion.message, typeNamed("String")).text() : "",
+                              {}};
     return Flow::Onward;
 }
 
@@ -117,14 +125,37 @@ Interpreter::Flow Interpreter::visit(const If &branches, const Place &)
     return run(branches.otherwise);
 }
 
+bool Interpreter::passes(const Select::Test &test, const Value &subject, const Place &place)
+{
+    if (!test.className.text.empty())
+        return subject.isA(test.className.text);
+    auto compares = [&](Operator comparison, const Expression &value) {
+        return operated(comparison, subject, evaluate(value), typeNamed("Boolean"), place).boolean();
+    };
+    if (test.last)
+        return compares(Operator::GreaterOrEqual, *test.value) && compares(Operator::LessOrEqual, *test.last);
+    return compares(test.comparison, *test.value);
+}
+
 Interpreter::Flow Interpreter::visit(const Select &select, const Place &place)
 {
     Value subject = evaluate(*select.subject);
     for (const Select::Case &one : select.cases)
-        for (const ExpressionPtr &value : one.values)
-            if (operated(Operator::Equal, subject, evaluate(*value), typeNamed("Boolean"), place).boolean())
+        for (const Select::Test &test : one.tests)
+            if (passes(test, subject, place))
                 return run(one.body);
     return run(select.otherwise);
+}
+
+bool Interpreter::leaves(Flow &flow, LoopKind kind)
+{
+    if (flow == Flow::Onward || flow == Flow::Return)
+        return flow == Flow::Return;
+    bool isMeant = _leaving == LoopKind::Any || _leaving == kind;
+    bool ends = !isMeant || flow == Flow::Exit;
+    if (isMeant)
+        flow = Flow::Onward;
+    return ends;
 }
 
 void Interpreter::setLoopVariable(const LoopVariable &variable, const Value &value)
@@ -152,10 +183,8 @@ Interpreter::Flow Interpreter::visit(const ForCount &loop, const Place &place)
         if (!operated(goesOn, current(), last, typeNamed("Boolean"), place).boolean())
             return Flow::Onward;
         Flow flow = run(loop.body);
-        if (flow == Flow::Return)
+        if (leaves(flow, LoopKind::For))
             return flow;
-        if (flow == Flow::Exit)
-            return Flow::Onward;
         Operator next = loop.isDown ? Operator::Subtract : Operator::Add;
         Type wide = isInteger(type) ? typeNamed("Int64") : typeNamed("Double");
         setLoopVariable(loop.counter, operated(next, current(), step, wide, place));
@@ -170,10 +199,8 @@ Interpreter::Flow Interpreter::visit(const ForEach &loop, const Place &)
     for (int32_t i = 0; i < array.count(); i++) {
         setLoopVariable(loop.element, array.at(i));
         Flow flow = run(loop.body);
-        if (flow == Flow::Return)
+        if (leaves(flow, LoopKind::For))
             return flow;
-        if (flow == Flow::Exit)
-            break;
     }
     return Flow::Onward;
 }
@@ -184,15 +211,18 @@ Interpreter::Flow Interpreter::visit(const Loop &loop, const Place &)
         if (loop.before && holds(*loop.before) == loop.untilBefore)
             return Flow::Onward;
         Flow flow = run(loop.body);
-        if (flow == Flow::Return)
+        if (leaves(flow, loop.kind))
             return flow;
-        if (flow == Flow::Exit || (loop.after && holds(*loop.after) == loop.untilAfter))
+        if (loop.after && holds(*loop.after) == loop.untilAfter)
             return Flow::Onward;
     }
 }
 
 Interpreter::Flow Interpreter::visit(const Leave &leave, const Place &)
 {
+    if (!leave.method.empty())
+        return Flow::Return;
+    _leaving = leave.loop;
     return leave.isContinue ? Flow::Continue : Flow::Exit;
 }
 
@@ -251,7 +281,7 @@ Interpreter::Flow Interpreter::visit(const Raise &raise, const Place &place)
     Value exception = evaluate(*raise.exception);
     if (exception.isNil())
         throw raised("NilObjectException", "This is Nil.", raise.exception->place);
-    throw Raised{exception, place};
+    throw Raised{exception, place, {}};
 }
 
 } // namespace script

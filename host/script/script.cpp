@@ -6,7 +6,7 @@
 #include <exception>
 #include <functional>
 
-#include "host/script/builtins.h"
+#include "host/script/arrays.h"
 #include "host/script/checker.h"
 #include "host/script/host_members.h"
 #include "host/script/interpreter.h"
@@ -57,6 +57,25 @@ static bool reporting(const std::function<void()> &body)
     return false;
 }
 
+// --- Rules ---------------------------------------------------------------------------------------------------------
+
+// As long as it lives, text keys of Dictionaries compare as texts of the language do.
+struct LanguageRules {
+    LanguageRules() : _before(host::Host::shared().profile().caseInsensitiveKeys) { set(true); }
+    ~LanguageRules() { set(_before); }
+    LanguageRules(const LanguageRules &) = delete;
+    LanguageRules &operator=(const LanguageRules &) = delete;
+
+private:
+    static void set(bool ignoresCase)
+    {
+        host::Profile profile = host::Host::shared().profile();
+        profile.caseInsensitiveKeys = ignoresCase;
+        host::Host::shared().use(profile);
+    }
+    bool _before;
+};
+
 // --- Programs ------------------------------------------------------------------------------------------------------
 
 // The host forgets the classes of a program that has ended, so that the next one can use their names.
@@ -68,11 +87,13 @@ static void removeClasses(const Symbols &symbols)
 
 bool runProgram(const std::string &name, const std::string &text)
 {
-    Source source{name, text};
+    LanguageRules rules;
+    Source source;
     std::unique_ptr<Program> program;
     Symbols symbols;
     Interpreter interpreter(false);
     bool isDone = reporting([&] {
+        source = sourceOf(name, text);
         program = parse(source);
         Checker(symbols).check(*program);
         interpreter.run(*program);
@@ -84,6 +105,7 @@ bool runProgram(const std::string &name, const std::string &text)
 // --- Conversations -------------------------------------------------------------------------------------------------
 
 struct Conversation::State {
+    LanguageRules rules;
     // Everything that was entered stays, since methods and messages refer to it.
     std::deque<Source> sources;
     std::vector<std::unique_ptr<Program>> programs;
@@ -144,8 +166,8 @@ static std::vector<std::string> membersOf(const Type &type, const Symbols &symbo
     auto definition = symbols.classes.find(type.name);
     const ClassDefinition *each = definition == symbols.classes.end() ? nullptr : definition->second;
     for (; each; each = each->super) {
-        for (const Dim::Item *field : each->fields)
-            names.push_back(field->variable.name.text);
+        for (const ClassDefinition::Field &field : each->fields)
+            names.push_back(field.item->variable.name.text);
         for (const Function &method : each->methods)
             names.push_back(method.name.text);
     }
@@ -171,8 +193,8 @@ static std::vector<std::string> bareNames(const Symbols &symbols)
         names.push_back(variable.name.text);
     for (const auto &[name, function] : symbols.functions)
         names.push_back(function->name.text);
-    for (const Builtin &builtin : builtins())
-        names.push_back(builtin.declaration.name);
+    for (const std::string &name : libraryFunctionNames())
+        names.push_back(name);
     for (const std::string &name : classNames())
         names.push_back(name);
     return names;

@@ -1,6 +1,8 @@
 #include "host/script/source.h"
 
 #include <algorithm>
+#include <cstdio>
+#include <string_view>
 
 namespace script {
 
@@ -25,11 +27,9 @@ std::string report(const Place &place, const std::string &message)
     size_t offset = std::min(place.offset, text.size());
     size_t start = offset == 0 ? 0 : text.rfind('\n', offset - 1) + 1;
     size_t end = std::min(text.find('\n', offset), text.size());
-    size_t line = size_t(std::count(text.begin(), text.begin() + ptrdiff_t(start), '\n')) + 1;
+    size_t line = size_t(std::count(text.begin(), text.begin() + ptrdiff_t(start), '\n')) + place.source->firstLine;
 
     std::string shown = text.substr(start, end - start);
-    if (!shown.empty() && shown.back() == '\r')
-        shown.pop_back();
     std::string before = text.substr(start, offset - start);
     std::string marked = text.substr(offset, std::min(place.length, end - offset));
 
@@ -41,6 +41,69 @@ std::string report(const Place &place, const std::string &message)
     size_t width = std::max<size_t>(characters(marked), 1);
     return place.source->name + ":" + std::to_string(line) + ":" + std::to_string(characters(before) + 1) + ": " +
            message + "\n" + shown + "\n" + padding + "^" + std::string(width - 1, '~') + "\n";
+}
+
+// --- Files ---------------------------------------------------------------------------------------------------------
+
+struct Mark {
+    std::string_view bytes;
+    const char *encoding;
+};
+
+// The longer ones first, since one begins another.
+static const Mark kMarks[] = {
+    {{"\xFF\xFE\0\0", 4}, "UTF-32"},
+    {{"\0\0\xFE\xFF", 4}, "UTF-32"},
+    {{"\xFF\xFE", 2}, "UTF-16"},
+    {{"\xFE\xFF", 2}, "UTF-16"},
+};
+
+static constexpr std::string_view kUTF8Mark = "\xEF\xBB\xBF";
+
+// The first byte that belongs to no character of UTF-8; the text's length when there is none.
+static size_t firstBadByte(std::string_view text)
+{
+    for (size_t at = 0; at < text.size();) {
+        auto byte = static_cast<unsigned char>(text[at]);
+        size_t length = byte < 0x80 ? 1 : byte >> 5 == 6 ? 2 : byte >> 4 == 14 ? 3 : byte >> 3 == 30 ? 4 : 0;
+        if (length == 0 || at + length > text.size())
+            return at;
+        for (size_t i = 1; i < length; i++)
+            if (startsCharacter(text[at + i]))
+                return at;
+        at += length;
+    }
+    return text.size();
+}
+
+Source sourceOf(const std::string &name, const std::string &bytes)
+{
+    std::string_view text = bytes;
+    if (text.substr(0, kUTF8Mark.size()) == kUTF8Mark)
+        text.remove_prefix(kUTF8Mark.size());
+    Source source{name, {}};
+    for (size_t i = 0; i < text.size(); i++) {
+        bool endsLine = text[i] == '\r';
+        source.text += endsLine ? '\n' : text[i];
+        i += endsLine && i + 1 < text.size() && text[i + 1] == '\n';
+    }
+    std::string encoding;
+    for (const Mark &mark : kMarks)
+        if (encoding.empty() && text.substr(0, mark.bytes.size()) == mark.bytes)
+            encoding = mark.encoding;
+    if (encoding.empty() && text.find('\0') != std::string_view::npos)
+        encoding = "UTF-16, or no text at all";
+    if (!encoding.empty())
+        throw std::runtime_error(name + ": this is " + encoding + "; programs are read as UTF-8");
+    size_t bad = firstBadByte(source.text);
+    if (bad < source.text.size()) {
+        size_t line = size_t(std::count(source.text.begin(), source.text.begin() + ptrdiff_t(bad), '\n')) + 1;
+        char byte[8];
+        snprintf(byte, sizeof byte, "%02X", static_cast<unsigned char>(source.text[bad]));
+        throw std::runtime_error(name + ":" + std::to_string(line) + ": the byte " + byte +
+                                 " is no UTF-8 (Mac Roman or Windows-1252?); programs are read as UTF-8");
+    }
+    return source;
 }
 
 ProblemsFound::ProblemsFound(std::vector<Problem> found)

@@ -10,7 +10,12 @@ namespace script {
 struct Source {
     std::string name; // a file's path, as messages show it
     std::string text;
+    size_t firstLine = 1; // as messages count
 };
+
+// A program's text as it lies in a file: without a byte order mark, every line ending in "\n" alone. Throws
+// std::runtime_error for a text that is not UTF-8, with the name of its encoding where that can be told.
+Source sourceOf(const std::string &name, const std::string &bytes);
 
 // A piece of a source, which outlives it.
 struct Place {

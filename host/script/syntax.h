@@ -6,6 +6,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <variant>
 #include <vector>
 
@@ -18,7 +19,7 @@ namespace script {
 
 using Type = host::DeclaredType;
 
-struct Builtin;
+struct LibraryRow;
 struct ClassDefinition;
 struct Expression;
 struct Function;
@@ -46,9 +47,10 @@ enum class Meaning {
     SharedCall,   // method of a class
     HostProperty, // of the base, by name
     ArrayMember,  // Append, Ubound and their like on the base
-    BuiltinCall,
-    Cast,      // Class(value): the value as an object of the class
-    ClassName, // only in front of a shared member
+    LibraryCall,  // a function of the library, or a member that it adds to the base's type
+    Constant,     // of an Enum or a class
+    Cast,         // Class(value), Type(value): the value as one of that type
+    Owner,        // a class or an Enum, only in front of a shared member
 };
 
 struct Literal {
@@ -75,7 +77,8 @@ struct Use {
     const Function *function = nullptr;
     const host::MethodDescription *method = nullptr;
     bool usesSetter = false; // as the target of an assignment: the method's setter, not the method itself
-    const Builtin *builtin = nullptr;
+    const LibraryRow *row = nullptr;
+    const Expression *constant = nullptr;
 };
 
 enum class Operator {
@@ -111,6 +114,11 @@ struct Binary {
     ExpressionPtr left, right;
 };
 
+// If(condition, yes, no)
+struct Conditional {
+    ExpressionPtr condition, yes, no;
+};
+
 // value IsA Class
 struct TypeTest {
     ExpressionPtr operand;
@@ -118,7 +126,7 @@ struct TypeTest {
 };
 
 struct Creation {
-    enum class Way { Plain, ScriptConstructor, HostConstructor, DateOfParts, ExceptionWithMessage };
+    enum class Way { Plain, ScriptConstructor, HostConstructor, DateOfParts, CopyOfDate, ExceptionWithMessage };
     Named className;
     Expressions arguments;
     Way way = Way::Plain;
@@ -131,7 +139,7 @@ struct SelfObject {};
 struct Expression {
     Place place;
     Type type;
-    std::variant<Literal, ArrayLiteral, Use, Unary, Binary, TypeTest, Creation, SelfObject> node;
+    std::variant<Literal, ArrayLiteral, Use, Unary, Binary, Conditional, TypeTest, Creation, SelfObject> node;
 };
 
 // --- Statements ----------------------------------------------------------------------------------------------------
@@ -145,6 +153,9 @@ struct WrittenType {
     bool isArray = false;
 };
 
+// Who may use what a class has: everybody, the class and its subclasses, the class alone.
+enum class Access { Public, Protected, Private };
+
 struct Variable {
     Named name;
     Type type;
@@ -153,8 +164,8 @@ struct Variable {
     bool isConstant = false;
 };
 
-// Dim a, b() As Type = initial, or As New Type(arguments), which is an initial value, too.
-struct Dim {
+// a, b() As Type = initial, or As New Type(arguments), which is an initial value, too: a part of a Dim.
+struct DimGroup {
     struct Item {
         Variable variable;
         bool isArray = false;
@@ -164,6 +175,10 @@ struct Dim {
     WrittenType type;
     ExpressionPtr initial;
     bool isConstant = false;
+};
+
+struct Dim {
+    std::vector<DimGroup> groups;
 };
 
 struct Assignment {
@@ -195,14 +210,22 @@ struct If {
 };
 
 struct Select {
+    // value, first To last, Is > value, IsA Class
+    struct Test {
+        ExpressionPtr value, last;
+        Operator comparison = Operator::Equal;
+        Named className;
+    };
     struct Case {
-        Expressions values;
+        std::vector<Test> tests;
         Block body;
     };
     ExpressionPtr subject;
     std::vector<Case> cases;
     Block otherwise;
 };
+
+enum class LoopKind { Any, For, While, Do };
 
 // The variable of a loop: its own one, or one that is there already.
 struct LoopVariable {
@@ -226,13 +249,17 @@ struct ForEach {
 
 // While and Do: the conditions are null where there are none.
 struct Loop {
+    LoopKind kind = LoopKind::While;
     ExpressionPtr before, after;
     bool untilBefore = false, untilAfter = false;
     Block body;
 };
 
+// Exit and Continue: the innermost loop of that kind, or, with Exit Sub and Exit Function, the method.
 struct Leave {
     bool isContinue = false;
+    LoopKind loop = LoopKind::Any;
+    std::string_view method; // "Sub", "Function", or empty
 };
 
 struct Return {
@@ -273,8 +300,12 @@ struct Function {
     struct Parameter {
         Variable variable;
         WrittenType type;
+        bool isByRef = false;
+        bool isOptional = false;
+        ExpressionPtr initial; // of an optional one; null: what a variable of the type begins as
     };
     Named name;
+    Access access = Access::Public;
     std::vector<Parameter> parameters;
     std::optional<WrittenType> writtenResult;
     Type result;
@@ -288,15 +319,37 @@ struct Function {
 struct ClassDefinition {
     Named name;
     std::optional<Named> superName;
-    std::vector<Statement> fieldStatements; // each a Dim
+    // Dim and Const.
+    struct FieldGroup {
+        DimGroup group;
+        Access access = Access::Public;
+    };
+    struct Field {
+        const DimGroup::Item *item;
+        Access access;
+        const ClassDefinition *owner;
+        const Expression *constant; // null for a variable
+    };
+    std::deque<FieldGroup> fieldGroups;
     std::deque<Function> methods;
-    ClassDefinition *super = nullptr;      // when it is one of the program's own, too
-    std::vector<const Dim::Item *> fields; // in their slots
-    size_t firstField = 0;                 // after those of `super`
-    size_t fieldCount() const { return firstField + fields.size(); }
+    ClassDefinition *super = nullptr; // when it is one of the program's own, too
+    std::vector<Field> fields;        // the constants among them
+    size_t firstSlot = 0;             // after those of `super`
+    size_t slotCount = 0;             // those of `super` included
+};
+
+// Named integers.
+struct Enumeration {
+    struct Item {
+        Named name;
+        ExpressionPtr value; // an integer literal, made by the checker where none is written
+    };
+    Named name;
+    std::vector<Item> items;
 };
 
 struct Program {
+    std::deque<Enumeration> enumerations;
     std::deque<ClassDefinition> classes;
     std::deque<Function> functions;
     Block statements;

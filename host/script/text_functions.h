@@ -11,6 +11,7 @@ std::vector<std::string> charactersOf(const std::string &utf8);
 // As Cocoa has it: of every alphabet.
 std::string uppercase(const std::string &utf8);
 std::string lowercase(const std::string &utf8);
+std::string titlecase(const std::string &utf8); // each word with a capital letter
 
 // Below 0, 0 or above 0: the order of the language, which takes no notice of case.
 int compareText(const std::string &a, const std::string &b);

@@ -39,6 +39,11 @@ std::string lowercase(const std::string &utf8)
     return changed(utf8, @selector(lowercaseString));
 }
 
+std::string titlecase(const std::string &utf8)
+{
+    return changed(utf8, @selector(capitalizedString));
+}
+
 int compareText(const std::string &a, const std::string &b)
 {
     return lowercase(a).compare(lowercase(b));

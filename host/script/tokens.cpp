@@ -95,6 +95,8 @@ private:
             return text();
         if (c == '&')
             return literalWithPrefix();
+        if (c == '#' && startsWord(at(_place + 1)))
+            return token(TokenKind::Directive, endOfWord(_place + 1));
         return sign();
     }
 
@@ -145,29 +147,30 @@ private:
         }
     }
 
-    // &h…, &b…, &o… and &c…
+    // &h…, &b…, &o…, &c… and &u…
     Token literalWithPrefix()
     {
         size_t end = endOfWord(_place + 1);
         std::string_view digits = _text.substr(std::min(_place + 2, _text.size()), end - std::min(_place + 2, end));
         char prefix = char(tolower(static_cast<unsigned char>(at(_place + 1))));
-        const char *allowed = prefix == 'h' || prefix == 'c' ? "0123456789abcdefABCDEF"
-                              : prefix == 'o'                ? "01234567"
-                              : prefix == 'b'                ? "01"
-                                                             : "";
+        bool isHexadecimal = prefix == 'h' || prefix == 'c' || prefix == 'u';
+        const char *allowed = isHexadecimal   ? "0123456789abcdefABCDEF"
+                              : prefix == 'o' ? "01234567"
+                              : prefix == 'b' ? "01"
+                                              : "";
         std::string shown(_text.substr(_place, end - _place));
         bool fits = !digits.empty() && digits.find_first_not_of(allowed) == std::string_view::npos;
         if (!fits)
-            fail(placeOf(_place, end), "\"" + shown + "\" is no literal; they begin with &h, &b, &o or &c");
+            fail(placeOf(_place, end), "\"" + shown + "\" is no literal; they begin with &h, &b, &o, &c or &u");
         if (prefix == 'c' && digits.size() != 6)
             fail(placeOf(_place, end), "a colour has six digits, &cRRGGBB");
-        return token(prefix == 'c' ? TokenKind::Color : TokenKind::Number, end);
+        return token(prefix == 'c' ? TokenKind::Color : prefix == 'u' ? TokenKind::Text : TokenKind::Number, end);
     }
 
     Token sign()
     {
-        static const char *const signs[] = {"<>", "<=", ">=", "+", "-", "*", "/", "\\",
-                                            "^",  "=",  "<",  ">", "(", ")", ",", "."};
+        static const char *const signs[] = {"<>", "<=", ">=", "+", "-", "*", "/", "\\", "^",
+                                            "=",  "<",  ">",  "(", ")", ",", ".", ":"};
         for (std::string_view each : signs)
             if (_text.substr(_place, each.size()) == each)
                 return token(TokenKind::Sign, _place + each.size());
@@ -187,6 +190,11 @@ bool Token::isWord(std::string_view word) const
     return kind == TokenKind::Word && host::equalIgnoringCase(text, word);
 }
 
+bool Token::isDirective(std::string_view word) const
+{
+    return kind == TokenKind::Directive && host::equalIgnoringCase(text, word);
+}
+
 std::vector<Token> tokensOf(const Source &source)
 {
     return Lexer(source).all();
@@ -195,11 +203,12 @@ std::vector<Token> tokensOf(const Source &source)
 const std::vector<std::string> &reservedWords()
 {
     static const std::vector<std::string> words = {
-        "And",      "Array",    "As",   "Assert", "ByRef",    "ByVal", "Call",   "Case", "Catch",  "Class",  "Const",
-        "Continue", "Dim",      "Do",   "DownTo", "Each",     "Else",  "ElseIf", "End",  "Exit",   "False",  "Finally",
-        "For",      "Function", "If",   "In",     "Inherits", "Is",    "IsA",    "Loop", "Me",     "Mod",    "New",
-        "Next",     "Nil",      "Not",  "Or",     "Print",    "Raise", "Redim",  "Rem",  "Return", "Select", "Self",
-        "Step",     "Sub",      "Then", "To",     "True",     "Try",   "Until",  "Wend", "While",  "Xor"};
+        "And",   "Array",    "As",      "Assert", "ByRef",    "ByVal", "Call", "Case",     "Catch", "Class",
+        "Const", "Continue", "Dim",     "Do",     "DownTo",   "Each",  "Else", "ElseIf",   "End",   "Enum",
+        "Exit",  "False",    "Finally", "For",    "Function", "If",    "In",   "Inherits", "Is",    "IsA",
+        "Loop",  "Me",       "Mod",     "New",    "Next",     "Nil",   "Not",  "Optional", "Or",    "Print",
+        "Raise", "Redim",    "Rem",     "Return", "Select",   "Self",  "Step", "Sub",      "Then",  "To",
+        "True",  "Try",      "Until",   "Wend",   "While",    "Xor"};
     return words;
 }
 

@@ -10,11 +10,12 @@
 namespace script {
 
 enum class TokenKind {
-    Word,   // a name or a reserved word
-    Number, // 12, 1.5, 1e3, &hFF, &b101, &o17
-    Text,   // "…", still with its quotation marks
-    Color,  // &cRRGGBB
-    Sign,   // operators, brackets, commas
+    Word,      // a name or a reserved word
+    Number,    // 12, 1.5, 1e3, &hFF, &b101, &o17
+    Text,      // "…", still with its quotation marks; &u20AC
+    Color,     // &cRRGGBB
+    Sign,      // operators, brackets, commas
+    Directive, // #If and its like
     LineEnd,
     End,
 };
@@ -24,7 +25,8 @@ struct Token {
     std::string_view text;
     Place place;
 
-    bool isWord(std::string_view word) const; // ignoring case
+    bool isWord(std::string_view word) const;      // ignoring case
+    bool isDirective(std::string_view word) const; // ignoring case
     bool isSign(std::string_view sign) const { return kind == TokenKind::Sign && text == sign; }
     bool endsLine() const { return kind == TokenKind::LineEnd || kind == TokenKind::End; }
 };

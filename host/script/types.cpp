@@ -122,6 +122,11 @@ bool isObject(const Type &type)
     return isPlain(type, Passing::Object);
 }
 
+static bool isMemoryBlock(const Type &type)
+{
+    return isObject(type) && host::equalIgnoringCase(type.name, "MemoryBlock");
+}
+
 bool isDate(const Type &type)
 {
     return isObject(type) && host::equalIgnoringCase(type.name, "Date");
@@ -199,12 +204,14 @@ int fit(const Type &declared, const Type &given)
     if (isNumber(declared))
         return !isNumber(given) ? 0 : declared.passing == given.passing ? 2 : 1;
     if (isObject(declared)) {
-        if (isNil(given))
+        if (isNil(given) || (isMemoryBlock(declared) && isString(given)))
             return 1;
         return !isObject(given) || !isSubclass(given.name, declared.name) ? 0
                : host::equalIgnoringCase(given.name, declared.name)       ? 2
                                                                           : 1;
     }
+    if (isString(declared) && isMemoryBlock(given))
+        return 1;
     return declared.passing == given.passing ? 2 : 0;
 }
 
@@ -267,6 +274,11 @@ Value converted(const Value &given, const Type &declared, const Place &place)
         return value;
     if (isNumber(declared))
         return asNumber(value, declared.passing);
+    // The bytes of a text are those of a MemoryBlock, and the other way round.
+    if (isMemoryBlock(declared) && value.isString())
+        return Value::memoryBlock(value.isNullHandle() ? "" : value.bytes());
+    if (isString(declared) && value.isA("MemoryBlock"))
+        return Value::string(value.bytes(), host::kUnknownEncoding);
     if (isString(declared))
         return value.isString() ? value : value.isNil() ? Value::nullString() : host::runtime::variantAsString(value);
     if (isBoolean(declared))

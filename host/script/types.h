@@ -35,6 +35,9 @@ Type typeOf(const host::Value &value);
 // How well a value of a type fits where another is declared: 2 exactly, 1 converted or perhaps (a Variant), 0 not.
 int fit(const Type &declared, const Type &given);
 
+// Whether < and its like can stand between values of the two.
+bool canBeOrdered(const Type &a, const Type &b);
+
 // What a variable holds before anything is assigned to it.
 host::Value initialValue(const Type &type);
 
