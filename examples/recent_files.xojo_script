@@ -17,7 +17,7 @@ Sub ShowMenu(d As NSUserDefaultsKTZ)
   Dim number As Integer
   For Each path As String In d.stringArrayForKey("RecentFiles")
     number = number + 1
-    Dim f As FolderItem = GetFolderItem(path)
+    Dim f As FolderItem = GetFolderItem(path, FolderItem.PathTypeShell)
     If f <> Nil And f.Exists Then
       Print "  " + Str(number) + ". " + f.Name
     Else
@@ -37,9 +37,9 @@ Print "Recent files"
 ShowMenu(d)
 
 ' A single file, such as the one that was open at last, can be kept as a FolderItem.
-d.fileForKey("LastOpened") = GetFolderItem("/etc/hosts")
+d.fileForKey("LastOpened") = GetFolderItem("/etc/hosts", FolderItem.PathTypeShell)
 Dim last As FolderItem = d.fileForKey("LastOpened")
-Print "Last opened: " + last.ShellPath
+Print "Last opened: " + last.Name
 
 d.removeObjectForKey("RecentFiles")
 Print "After Clear Menu: " + Str(d.stringArrayForKey("RecentFiles").Ubound + 1) + " files"
