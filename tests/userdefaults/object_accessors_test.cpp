@@ -39,7 +39,7 @@ const SetterRow kSetters[] = {
     {"setVariantValue", "variantForKey", [] { return Value("text"); }, "setObject:\"text\" forKey:KEY",
      "setObject:nil forKey:KEY", "setObject:forKey:"},
     {"setFileValue", "fileForKey", [] { return Value::folderItem("/tmp/some file"); },
-     "setURL:<file:///tmp/some%20file> forKey:KEY", "setURL:nil forKey:KEY", "setURL:forKey:"},
+     "setURL:<file://localhost/tmp/some%20file> forKey:KEY", "setURL:nil forKey:KEY", "setURL:forKey:"},
     {"setDictionaryValue", "dictionaryForKey",
      [] {
          return Value::dictionary({{"a", "b"}});
@@ -241,7 +241,7 @@ TEST_F(StoredObjects, AFileIsReadBackAsAFile)
 {
     set("setFileValue", Value::folderItem("/tmp/some file"));
     EXPECT_EQ(get("fileForKey").path(), "/tmp/some file");
-    EXPECT_EQ(get("URLForKey").text(), "file:///tmp/some%20file");
+    EXPECT_EQ(get("URLForKey").text(), "file://localhost/tmp/some%20file");
     EXPECT_EQ(get("stringForKey").text(), "/tmp/some file") << "Cocoa stores the path";
 }
 

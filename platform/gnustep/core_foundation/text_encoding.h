@@ -22,6 +22,9 @@ inline bool isLowSurrogate(uint32_t unit)
 // mark at the front is a character like any other, unless the bytes are an external representation.
 bool decodeText(const UInt8 *bytes, size_t length, CFStringEncoding encoding, bool external, Units *text);
 
+// Strictly, and with a byte order mark as a character like any other.
+bool decodeUTF8(const std::string &bytes, Units *text);
+
 // The bytes of a text, without a byte order mark; false when the encoding is unknown or cannot express the text.
 bool encodeText(const Units &text, CFStringEncoding encoding, std::string *bytes);
 

@@ -223,6 +223,11 @@ ByteOrder skipMark(const UInt8 **bytes, size_t *length, size_t size, ByteOrder o
 
 } // namespace
 
+bool decodeUTF8(const std::string &bytes, Units *text)
+{
+    return decodeUTF8(reinterpret_cast<const UInt8 *>(bytes.data()), bytes.size(), text);
+}
+
 bool decodeText(const UInt8 *bytes, size_t length, CFStringEncoding encoding, bool external, Units *text)
 {
     size_t size = 2;

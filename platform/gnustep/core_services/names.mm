@@ -9,11 +9,6 @@
 namespace platform {
 namespace {
 
-bool decodeUTF8(const std::string &bytes, Units *units)
-{
-    return decodeText(reinterpret_cast<const UInt8 *>(bytes.data()), bytes.size(), kCFStringEncodingUTF8, false, units);
-}
-
 template <typename Text>
 void swapColonAndSlash(Text *text)
 {

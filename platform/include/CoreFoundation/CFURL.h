@@ -11,10 +11,12 @@ typedef CFIndex CFURLPathStyle;
 
 enum { kCFURLPOSIXPathStyle = 0 };
 
-// Null for a null or empty text and for one with characters that no URL may hold (RFC 2396, with "[" and "]"
-// allowed, one "#" at most, and two hexadecimal digits behind every "%").
+// Null for a null text and for one with characters that no URL may hold (RFC 2396, with "[" and "]" allowed, one "#" at
+// most, and two hexadecimal digits behind every "%"); the empty text makes a URL. Brackets that do not enclose a host
+// are escaped.
 CFURLRef CFURLCreateWithString(CFAllocatorRef allocator, CFStringRef text, CFURLRef baseURL);
 
+// Null for an empty path. A file URL with the host "localhost"; a relative path is one below the current folder.
 CFURLRef CFURLCreateWithFileSystemPath(CFAllocatorRef allocator, CFStringRef path, CFURLPathStyle style,
                                        Boolean isDirectory);
 

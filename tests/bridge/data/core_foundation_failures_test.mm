@@ -89,7 +89,7 @@ protected:
     std::vector<std::string> namesToldWithout(const char *function)
     {
         host.replace("REALFolderItemFromParentFSRef", reinterpret_cast<void *>(itemOfParent));
-        NSURL *url = [NSURL fileURLWithPath:[@"/tmp" stringByAppendingPathComponent:text(kComposed)]];
+        NSURL *url = [NSURL URLWithString:@"file:///tmp/caf%C3%A9"];
         made.clear();
         failing = function;
         EXPECT_TRUE(toHostWith("fileForKey", url).isNil());

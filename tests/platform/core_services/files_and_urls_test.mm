@@ -54,7 +54,7 @@ TEST_F(FilesAndURLs, FoldersEndInASlash)
     FSRef ref;
     ASSERT_TRUE(CFURLGetFSRef((CFURLRef)urlOf(folder.path), &ref));
     NSURL *url = [(id)CFURLCreateFromFSRef(nullptr, &ref) autorelease];
-    EXPECT_EQ("file://" + folder.path + "/", [[url absoluteString] UTF8String]);
+    EXPECT_EQ("file://localhost" + folder.path + "/", [[url absoluteString] UTF8String]);
 }
 
 TEST_F(FilesAndURLs, AComposedNameIsFoundByItsDecomposedURL)

@@ -18,9 +18,15 @@ TEST_F(DefaultsURLs, AWebAddressIsStoredAsAnArchive)
     EXPECT_TRUE([[standard objectForKey:@"url"] isKindOfClass:[NSData class]]);
 }
 
+TEST_F(DefaultsURLs, AQueryMayFollowTheHost)
+{
+    for (const char *address : {"http://example.com?q=1", "http://host#f", "http://a:b/"})
+        EXPECT_EQ(address, thereAndBack(text(address)));
+}
+
 TEST_F(DefaultsURLs, AFileURLIsStoredAsItsPath)
 {
-    EXPECT_EQ("file:///nowhere/a%20b", thereAndBack(@"file:///nowhere/a%20b"));
+    EXPECT_EQ("file://localhost/nowhere/a%20b", thereAndBack(@"file:///nowhere/a%20b"));
     EXPECT_EQ("/nowhere/a b", textOf([standard objectForKey:@"url"]));
 }
 
