@@ -149,7 +149,7 @@ REALobject NewVariantFromNSObject(id value)
     if (!value || value == [NSNull null])
         return nullptr;
 
-    // A Cocoa object whose wrapper object lives comes back as that very object, whatever its kind.
+    // A Cocoa object in the registry comes back as the host object that stands there, whatever its kind.
     if (REALobject carrier = LockedCarrierOf(value))
         return carrier;
 
