@@ -14,6 +14,7 @@ PLACES = {
     "a row in the validator's tables": "host/validate/rows/*.mm",
     "a case in the benchmark": "bench/cases/members.mm",
     "a section in the reference": "userdefaults/reference.md",
+    "a line in the check for users": "examples/self_check.xojo_script",
 }
 
 

@@ -108,6 +108,9 @@ Value dateOf(time_t seconds)
 LibraryRows fileRows()
 {
     return {
+        {"Volume(index As Integer) As FolderItem",
+         [](A arguments, At) { return arguments[0].int32() == 0 ? Value::folderItem("/") : Value(); }},
+        {"VolumeCount As Integer", [](A, At) { return Value(1); }},
         {"GetFolderItem(path As String, Optional pathType As Integer) As FolderItem", itemAt},
         {"Shared FolderItem.PathTypeAbsolute As Integer", constant<kAbsolutePath>},
         {"Shared FolderItem.PathTypeNative As Integer", constant<kNativePath>},
