@@ -1,7 +1,7 @@
 # The plug-in as users load it: 32-bit Intel Mach-O, made on Linux by clang 13 (the last one for the Objective-C runtime
 # of 32-bit macOS), headers from the cache and from platform, and the linker in tools/macho.
 #
-#   macos            build/macos-i386/NSUserDefaults.dylib, at -O2
+#   macos            build/macos-i386/NSUserDefaults.dylib, at -O2, and NSUserDefaults.map beside it
 #   macos-variants   build/macos-i386/<level>/NSUserDefaults.dylib, at O0, O1, O2 and O3
 
 find_program(macos_compiler clang-13 REQUIRED)
@@ -38,9 +38,9 @@ set(macos_objc_flags -fobjc-exceptions -fobjc-runtime=macosx-fragile-10.4)
 
 # add_macos_library(OUTPUT OPTIMIZATION <-O2> SOURCES source... [SYMBOLS table] [LINK option...])
 #
-# A rule that makes the Mach-O dynamic library OUTPUT. SYMBOLS names what may be imported, the plug-in's own list unless
-# another one is given; LINK has further options of macho_ld. What is made on the way stands in a folder beside the
-# build's other objects.
+# A rule that makes the Mach-O dynamic library OUTPUT, and beside it the map of what lies where in it (.map). SYMBOLS
+# names what may be imported, the plug-in's own list unless another one is given; LINK has further options of macho_ld.
+# What is made on the way stands in a folder beside the build's other objects.
 function(add_macos_library output)
   cmake_parse_arguments(PARSE_ARGV 1 library "" "OPTIMIZATION;SYMBOLS" "SOURCES;LINK")
   if(NOT library_SYMBOLS)
@@ -49,6 +49,7 @@ function(add_macos_library output)
   file(RELATIVE_PATH name "${PROJECT_SOURCE_DIR}/build" "${output}")
   set(objects_dir "${PROJECT_BINARY_DIR}/macos-objects/${name}")
   set(objects)
+  set(object_names) # in that folder, so that the map says the same wherever the checkout is
   foreach(source IN LISTS library_SOURCES)
     cmake_path(ABSOLUTE_PATH source NORMALIZE)
     file(RELATIVE_PATH short "${PROJECT_SOURCE_DIR}" "${source}")
@@ -65,11 +66,15 @@ function(add_macos_library output)
       DEPFILE "${object}.d"
       COMMENT "Compiling ${short} for macOS at ${library_OPTIMIZATION}" VERBATIM)
     list(APPEND objects "${object}")
+    list(APPEND object_names "${short}.o")
   endforeach()
   cmake_path(GET output PARENT_PATH output_dir)
-  add_custom_command(OUTPUT "${output}"
+  cmake_path(REPLACE_EXTENSION output LAST_ONLY map OUTPUT_VARIABLE map)
+  add_custom_command(OUTPUT "${output}" "${map}"
     COMMAND "${CMAKE_COMMAND}" -E make_directory "${output_dir}"
-    COMMAND "$<TARGET_FILE:macho_ld>" -o "${output}" -symbols "${library_SYMBOLS}" ${library_LINK} ${objects}
+    COMMAND "$<TARGET_FILE:macho_ld>" -o "${output}" -map "${map}" -symbols "${library_SYMBOLS}"
+      ${library_LINK} ${object_names}
+    WORKING_DIRECTORY "${objects_dir}"
     DEPENDS macho_ld "${library_SYMBOLS}" ${objects}
     COMMENT "Linking ${name}" VERBATIM)
 endfunction()

@@ -7,10 +7,12 @@ preset=$1
 plugin=build/macos-i386
 
 cmake --build --preset "$preset" --target macos-variants
-cmp "$plugin/NSUserDefaults.dylib" "$plugin/O2/NSUserDefaults.dylib" || {
-    echo "test-macos-variants.sh: two builds of the same sources differ" >&2
-    exit 1
-}
+for file in NSUserDefaults.dylib NSUserDefaults.map; do
+    cmp "$plugin/$file" "$plugin/O2/$file" || {
+        echo "test-macos-variants.sh: two builds of the same sources differ" >&2
+        exit 1
+    }
+done
 
 expected=
 for level in O0 O1 O2 O3; do

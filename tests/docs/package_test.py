@@ -21,6 +21,7 @@ class Cases(unittest.TestCase):
         self.addCleanup(shutil.rmtree, self.folder)
         self.dylib = self.folder / "NSUserDefaults.dylib"
         self.dylib.write_bytes(b"\xce\xfa\xed\xfe a library")
+        self.dylib.with_suffix(".map").write_text("# Sections\n", encoding="utf-8")
         self.site = self.folder / "site"
         for path in ("index.html", "members/integerForKey.html", "_static/reference.css"):
             (self.site / path).parent.mkdir(parents=True, exist_ok=True)
@@ -65,10 +66,11 @@ class Cases(unittest.TestCase):
     def test_a_user_finds_everything(self):
         folder = self.unpack()
         files = {path.relative_to(folder).as_posix() for path in folder.rglob("*") if path.is_file()}
-        self.assertLessEqual({"NSUserDefaults.dylib", "README.md", "INSTALL.md", "CHANGELOG.md", "MANIFEST.sha256",
+        self.assertLessEqual({"NSUserDefaults.dylib", "NSUserDefaults.map", "README.md", "INSTALL.md", "CHANGELOG.md", "MANIFEST.sha256",
                               "reference/index.html", "reference/members/integerForKey.html",
                               "examples/first_run.xojo_script", "examples/first_run.expected"}, files)
-        self.assertEqual((folder / "NSUserDefaults.dylib").read_bytes(), self.dylib.read_bytes())
+        for name in ("NSUserDefaults.dylib", "NSUserDefaults.map"):
+            self.assertEqual((folder / name).read_bytes(), (self.folder / name).read_bytes())
 
     def test_the_manifest_verifies_with_the_command_that_the_instructions_give(self):
         folder = self.unpack()

@@ -33,12 +33,12 @@ void run(CommandLine &line)
             fail(printable(path), ": the list of exports is empty");
     }
     LinkedLibrary library = orFail(link(objects, table, line.link));
+    writeFile(line.output, library.bytes.data(), library.bytes.size());
     if (!line.map.empty())
         writeFile(line.map, library.map.data(), library.map.size());
-    writeFile(line.output, library.bytes.data(), library.bytes.size());
 }
 
-// A build must not go on with the library of an earlier link.
+// A build must not go on with the files of an earlier link.
 void removeOutput(const std::string &path)
 {
     std::error_code ignored;
@@ -70,5 +70,6 @@ int main(int count, char **arguments)
     }
     std::fprintf(stderr, "macho_ld: %s\n", problem.c_str());
     removeOutput(line.value().output);
+    removeOutput(line.value().map);
     return 1;
 }

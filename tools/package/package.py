@@ -54,6 +54,7 @@ def contents(dylib, site, root=ROOT):
 
     files = {
         "NSUserDefaults.dylib": dylib.read_bytes(),
+        "NSUserDefaults.map": dylib.with_suffix(".map").read_bytes(),
         "README.md": readme(text("README.md"), text("tools/package/contents.md")).encode(),
         "INSTALL.md": text("tools/package/INSTALL.md").encode(),
         "CHANGELOG.md": text("CHANGELOG.md").encode(),

@@ -1,5 +1,8 @@
 #include "tools/macho/layout.h"
 
+#include <algorithm>
+#include <cstddef>
+
 #include <gtest/gtest.h>
 
 #include "tests/tools/macho/compiled_object.h"
@@ -66,6 +69,37 @@ TEST(Layout, SlackOfTheLastPageStandsInFrontOfTheCode)
         uint32_t slack = dylib.segments[0].fileSize - (text.fileOffset + text.size);
         EXPECT_LT(slack, 16u + 4u) << codeSize; // what the alignment of the code and the word of zeros take
         EXPECT_EQ(text.address % 16, 0u);
+    }
+}
+
+// As install_name_tool does it: the commands behind move up, and nothing else moves.
+TEST(Layout, InstallNameCanGrowInPlace)
+{
+    DylibFile dylib =
+        linked(objects(object("a.o", Language::C, "int call(int); int run(int x) { return call(x) + 1; }")), {"_run"});
+    constexpr uint32_t growth = 1024;
+    Bytes bytes = dylib.bytes;
+    uint32_t end = sizeof(format::mach_header) + load32(&bytes[offsetof(format::mach_header, sizeofcmds)]);
+    uint32_t at = sizeof(format::mach_header);
+    while (load32(&bytes[at]) != format::LC_ID_DYLIB)
+        at += load32(&bytes[at + 4]);
+    uint32_t size = load32(&bytes[at + 4]);
+    ASSERT_EQ(std::count(&bytes[end], &bytes[end] + growth, 0), growth);
+    bytes.erase(bytes.begin() + end, bytes.begin() + end + growth);
+    bytes.insert(bytes.begin() + at + size, growth, 0);
+    std::string name = "/" + std::string(growth, 'x');
+    std::copy(name.begin(), name.end(), bytes.begin() + at + sizeof(format::dylib_command));
+    store32(&bytes[at + 4], size + growth);
+    store32(&bytes[offsetof(format::mach_header, sizeofcmds)], end - sizeof(format::mach_header) + growth);
+
+    auto grown = parseDylib("grown.dylib", bytes);
+    ASSERT_TRUE(grown) << grown.error().message;
+    EXPECT_EQ(grown.value().identity.installName.substr(0, name.size()), name);
+    EXPECT_EQ(grown.value().libraries.size(), dylib.libraries.size());
+    EXPECT_EQ(grown.value().commandRoom, dylib.commandRoom - growth);
+    for (const DylibSection &section : dylib.sections) {
+        ByteView before = dylib.contents(section), after = grown.value().contents(section);
+        EXPECT_TRUE(std::equal(before.data(), before.data() + before.size(), after.data())) << section.name;
     }
 }
 

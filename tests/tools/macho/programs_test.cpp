@@ -1,6 +1,8 @@
 // The two programs as a build calls them: exit status, what they print, what they leave behind.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstddef>
 #include <filesystem>
 
 #include "tests/tools/macho/compiled_object.h"
@@ -8,13 +10,16 @@
 namespace macho::test {
 namespace {
 
+using namespace format;
+
 class Programs : public testing::Test {
 protected:
     Programs()
     {
         Bytes bytes =
-            compile(Language::C, "int call(int); int perhaps(void); int run(int x) { return call(x) + perhaps(); }"
-                                 "const char *const texts[] = {\"a\"};");
+            compile(Language::C,
+                    "int call(int); int perhaps(void); int run(int x) { return call(x) + perhaps(); }"
+                    "const char *const texts[] = {\"a\", \"b\", \"c\"}; void *table[] = {&table, call, &table[1]};");
         store(input, bytes);
         writeText(table, usualImports);
     }
@@ -31,6 +36,8 @@ protected:
     {
         return runCommand(CHECK_DYLIB " -symbols " + table + " -export _run " + output + " " + more);
     }
+    template <class Change>
+    void expectNoticed(const std::string &failure, Change change);
     std::string folder = temporaryFolder(), input = folder + "/in.o", table = folder + "/table.txt",
                 output = folder + "/out.dylib";
 };
@@ -56,7 +63,8 @@ TEST_F(Programs, IndependentToolsReadTheLibraryWithoutAWord)
     for (const char *tool : {"llvm-objdump-14 --macho --private-headers --disassemble --rebase --bind --exports-trie ",
                              "llvm-objdump-14 --section-headers --syms --reloc --dwarf=frames ",
                              "llvm-readobj-14 --file-headers --sections --symbols --relocations --needed-libs ",
-                             "llvm-nm-14 -m ", "llvm-otool-14 -l -L -D -I -v -t ", "llvm-size-14 -m "}) {
+                             "llvm-nm-14 -m ", "llvm-otool-14 -l -L -D -I -v -t ", "llvm-size-14 -m ",
+                             "llvm-dwarfdump-14 --eh-frame ", "llvm-objdump-14 --macho --function-starts "}) {
         Outcome run = runCommand(tool + output);
         EXPECT_EQ(run.status, 0) << tool;
         EXPECT_EQ(run.err, "") << tool;
@@ -76,15 +84,18 @@ TEST_F(Programs, TwoLinksAreTheSameByteForByte)
     EXPECT_EQ(readBytes(output), first);
 }
 
-TEST_F(Programs, FailedLinkLeavesNoLibraryBehind)
+TEST_F(Programs, FailedLinkLeavesNothingBehind)
 {
-    ASSERT_EQ(linkUsually().status, 0);
+    std::string map = folder + "/out.map";
+    ASSERT_EQ(linkUsually("-map " + map).status, 0);
+    ASSERT_TRUE(std::filesystem::exists(map));
     ASSERT_TRUE(std::filesystem::exists(output));
-    Outcome failed = linkUsually("-export _missing");
+    Outcome failed = linkUsually("-export _missing -map " + map);
     EXPECT_EQ(failed.status, 1);
     EXPECT_EQ(failed.out, "");
     EXPECT_EQ(failed.err, "macho_ld: exported symbol _missing is not defined in any object\n");
     EXPECT_FALSE(std::filesystem::exists(output));
+    EXPECT_FALSE(std::filesystem::exists(map));
 }
 
 TEST_F(Programs, LinkerErrorsAreOneLineAndStatusOne)
@@ -163,54 +174,102 @@ TEST_F(Programs, CheckNoticesImportsThatTheTableDoesNotAllow)
               std::string::npos);
 }
 
-TEST_F(Programs, CheckNoticesCodeThatWouldBeChanged)
+// The check of a library whose bytes `change` has changed.
+template <class Change>
+void Programs::expectNoticed(const std::string &failure, Change change)
 {
     ASSERT_EQ(linkUsually().status, 0);
     Bytes bytes = readBytes(output);
-    DylibFile dylib = std::move(parseDylib("x", bytes).value());
-    uint32_t at = sizeof(format::mach_header) + 44; // __DATA becomes read-only
-    while (load32(&bytes[at - 44]) != format::LC_SEGMENT ||
-           std::string(reinterpret_cast<char *>(&bytes[at - 36])) != "__DATA")
-        at += load32(&bytes[at - 40]);
-    store32(&bytes[at], format::VM_PROT_READ);
+    change(bytes);
     store(output, bytes);
     Outcome run = check();
     EXPECT_EQ(run.status, 1);
-    EXPECT_NE(run.out.find("FAILED  no code is changed when it is loaded: the word at "), run.out.npos) << run.out;
+    EXPECT_NE(run.out.find("FAILED  " + failure), run.out.npos) << run.out << run.err;
+}
+
+// Where the load command of that kind begins; of segments, the one of that name.
+uint32_t commandAt(const Bytes &bytes, uint32_t command, std::string_view segment = {})
+{
+    uint32_t at = sizeof(mach_header);
+    while (load32(&bytes[at]) != command ||
+           (!segment.empty() && reinterpret_cast<const char *>(&bytes[at + 8]) != segment))
+        at += load32(&bytes[at + 4]);
+    return at;
+}
+
+void add(Bytes &bytes, uint32_t at, uint32_t number)
+{
+    store32(&bytes[at], load32(&bytes[at]) + number);
+}
+
+TEST_F(Programs, CheckNoticesCodeThatWouldBeChanged)
+{
+    expectNoticed("no code is changed when it is loaded: the word at ", [](Bytes &bytes) {
+        store32(&bytes[commandAt(bytes, LC_SEGMENT, "__DATA") + offsetof(segment_command, initprot)], VM_PROT_READ);
+    });
 }
 
 TEST_F(Programs, CheckNoticesFixupsThatDisagree)
 {
-    ASSERT_EQ(linkUsually().status, 0);
-    Bytes bytes = readBytes(output);
-    for (uint32_t at = sizeof(format::mach_header);; at += load32(&bytes[at + 4])) {
-        if (load32(&bytes[at]) != format::LC_DYSYMTAB)
-            continue;
-        store32(&bytes[at + 76], load32(&bytes[at + 76]) - 1); // one classic rebase fewer
-        break;
-    }
-    store(output, bytes);
-    Outcome run = check();
-    EXPECT_EQ(run.status, 1);
-    EXPECT_NE(run.out.find("FAILED  both forms of fix-ups give the same memory: they do not\n"), run.out.npos)
-        << run.out;
+    expectNoticed("both forms of fix-ups give the same memory: they do not\n", [](Bytes &bytes) {
+        add(bytes, commandAt(bytes, LC_DYSYMTAB) + offsetof(dysymtab_command, nlocrel), -1u);
+    });
 }
 
 TEST_F(Programs, CheckNoticesALoadCommandThatEarlySystemsRefuse)
 {
-    ASSERT_EQ(linkUsually().status, 0);
-    Bytes bytes = readBytes(output);
-    for (uint32_t at = sizeof(format::mach_header);; at += load32(&bytes[at + 4]))
-        if (load32(&bytes[at]) == format::LC_DYLD_INFO) {
-            store32(&bytes[at], format::LC_DYLD_INFO_ONLY);
-            break;
-        }
-    store(output, bytes);
-    Outcome run = check();
-    EXPECT_EQ(run.status, 1);
-    EXPECT_NE(run.out.find("FAILED  load commands that systems from 10.4.0 on accept: command 0x80000022 is newer\n"),
-              run.out.npos)
-        << run.out;
+    expectNoticed("load commands that systems from 10.4.0 on accept: command 0x80000022 is newer\n",
+                  [](Bytes &bytes) { store32(&bytes[commandAt(bytes, LC_DYLD_INFO)], LC_DYLD_INFO_ONLY); });
+}
+
+TEST_F(Programs, CheckNoticesAVersionThatClaimsTooMuch)
+{
+    for (uint32_t command : {LC_ID_DYLIB, LC_LOAD_DYLIB})
+        expectNoticed("no library claims to be compatible with more than it is: ", [command](Bytes &bytes) {
+            add(bytes, commandAt(bytes, command) + offsetof(dylib_command, compatibility_version), 0x20000);
+        });
+}
+
+TEST_F(Programs, CheckNoticesTooLittleRoomForLoadCommands)
+{
+    expectNoticed("room for 1024 bytes of further load commands: there is room for ", [](Bytes &bytes) {
+        uint32_t room = parseDylib("x", bytes).value().commandRoom;
+        add(bytes, commandAt(bytes, LC_LOAD_DYLIB) + offsetof(load_command, cmdsize), room - 1020);
+        add(bytes, offsetof(mach_header, sizeofcmds), room - 1020);
+    });
+}
+
+TEST_F(Programs, CheckNoticesALiteralThatIsThereTwice)
+{
+    expectNoticed("every literal and reference is there once: __cstring repeats itself at ", [](Bytes &bytes) {
+        const char texts[] = "a\0b\0c";
+        auto found = std::search(bytes.begin(), bytes.end(), texts, texts + sizeof texts);
+        ASSERT_NE(found, bytes.end());
+        found[2] = 'a';
+    });
+}
+
+TEST_F(Programs, CheckNoticesRelocationsOutOfOrderOrForOneWord)
+{
+    const char *what = "relocations are in order, and each is for a word of its own: ";
+    auto local = [](const Bytes &bytes) {
+        return load32(&bytes[commandAt(bytes, LC_DYSYMTAB) + offsetof(dysymtab_command, locreloff)]);
+    };
+    expectNoticed(std::string(what) + "they are not in order", [&](Bytes &bytes) {
+        auto first = bytes.begin() + local(bytes), second = first + sizeof(relocation_info);
+        std::swap_ranges(first, second, second);
+    });
+    expectNoticed(std::string(what) + "the word at ", [&](Bytes &bytes) {
+        auto first = bytes.begin() + local(bytes), second = first + sizeof(relocation_info);
+        std::copy(first, second, second);
+    });
+}
+
+TEST_F(Programs, CheckNoticesAnImportThatIsTheFirstSymbol)
+{
+    expectNoticed("no import is the first symbol, which an early loader misreads: one is", [](Bytes &bytes) {
+        store32(&bytes[load32(&bytes[commandAt(bytes, LC_DYSYMTAB) + offsetof(dysymtab_command, indirectsymoff)])], 0);
+    });
 }
 
 TEST_F(Programs, CheckNoticesToolsThatComplain)
