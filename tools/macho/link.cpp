@@ -1,7 +1,6 @@
 #include "tools/macho/link.h"
 
 #include <algorithm>
-#include <array>
 #include <md5.h>
 
 #include "tools/macho/call_frames.h"
@@ -25,17 +24,18 @@ CallFrameTables parseAllCallFrames(const std::vector<ObjectFile> &objects)
     return tables;
 }
 
-// An identifier made from the content, so that the same content has the same one.
-void writeUuid(Bytes &file, uint32_t offset)
+// Made from the content, so that the same content has the same one.
+Identifier identifierOf(const Bytes &file)
 {
-    std::array<uint8_t, MD5_DIGEST_LENGTH> digest;
+    Identifier digest;
+    static_assert(sizeof digest == MD5_DIGEST_LENGTH);
     MD5_CTX state;
     MD5Init(&state);
     MD5Update(&state, file.data(), file.size());
     MD5Final(digest.data(), &state);
     digest[6] = (digest[6] & 0x0f) | 0x30; // made by MD5
     digest[8] = (digest[8] & 0x3f) | 0x80; // laid out as RFC 4122 says
-    std::copy(digest.begin(), digest.end(), file.begin() + offset);
+    return digest;
 }
 
 LinkedLibrary linkObjects(const std::vector<ObjectFile> &objects, const ImportTable &table, const LinkOptions &options)
@@ -65,8 +65,9 @@ LinkedLibrary linkObjects(const std::vector<ObjectFile> &objects, const ImportTa
     library.bytes = std::move(contents.image);
     std::copy(commands.bytes.begin(), commands.bytes.end(), library.bytes.begin());
     library.bytes.insert(library.bytes.end(), linkEdit.bytes.begin(), linkEdit.bytes.end());
-    writeUuid(library.bytes, commands.uuidOffset);
-    library.map = mapFile(objects, symbols, layout, libraries.list);
+    Identifier identifier = identifierOf(library.bytes);
+    std::copy(identifier.begin(), identifier.end(), library.bytes.begin() + commands.uuidOffset);
+    library.map = mapFile(identifier, objects, symbols, layout, libraries.list);
     return library;
 }
 

@@ -20,6 +20,19 @@ std::string addressText(uint32_t address)
     return text;
 }
 
+// As other tools write it: 8-4-4-4-12 digits.
+std::string identifierText(const Identifier &identifier)
+{
+    std::string text;
+    for (size_t index = 0; index < identifier.size(); index++) {
+        char digits[4];
+        std::snprintf(digits, sizeof digits, "%02X", identifier[index]);
+        text += index == 4 || index == 6 || index == 8 || index == 10 ? "-" : "";
+        text += digits;
+    }
+    return text;
+}
+
 std::vector<Line> symbolLines(const std::vector<ObjectFile> &objects, const Symbols &symbols, const Layout &layout)
 {
     std::vector<Line> lines;
@@ -45,10 +58,10 @@ std::vector<Line> symbolLines(const std::vector<ObjectFile> &objects, const Symb
 
 } // namespace
 
-std::string mapFile(const std::vector<ObjectFile> &objects, const Symbols &symbols, const Layout &layout,
-                    const std::vector<LoadedLibrary> &libraries)
+std::string mapFile(const Identifier &identifier, const std::vector<ObjectFile> &objects, const Symbols &symbols,
+                    const Layout &layout, const std::vector<LoadedLibrary> &libraries)
 {
-    std::string text = "# Sections: address, size, name\n";
+    std::string text = "# Identifier: " + identifierText(identifier) + "\n# Sections: address, size, name\n";
     for (const OutputSegment &segment : layout.segments)
         for (const OutputSection &section : segment.sections)
             text += addressText(section.address) + "  " + addressText(section.size) + "  " + printable(segment.name) +

@@ -1,6 +1,7 @@
 // The map: a listing for people of what lies where in the library.
 #pragma once
 
+#include <array>
 #include <string>
 #include <vector>
 
@@ -9,7 +10,9 @@
 
 namespace macho {
 
-std::string mapFile(const std::vector<ObjectFile> &objects, const Symbols &symbols, const Layout &layout,
-                    const std::vector<LoadedLibrary> &libraries);
+using Identifier = std::array<uint8_t, 16>;
+
+std::string mapFile(const Identifier &identifier, const std::vector<ObjectFile> &objects, const Symbols &symbols,
+                    const Layout &layout, const std::vector<LoadedLibrary> &libraries);
 
 } // namespace macho

@@ -213,6 +213,7 @@ TEST(Layout, MapListsSectionsSymbolsAndLibraries)
                         importTable(usualImports), options);
     ASSERT_TRUE(library);
     const std::string &map = library.value().map;
+    EXPECT_EQ(map.rfind("# Identifier: ", 0), 0u) << map;
     EXPECT_NE(map.find("  __TEXT,__symbol_stub\n"), map.npos) << map;
     EXPECT_NE(map.find("  _run  a.o\n"), map.npos) << map;
     EXPECT_NE(map.find("/usr/lib/libfirst.dylib\n"), map.npos) << map;

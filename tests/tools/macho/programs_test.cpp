@@ -75,6 +75,17 @@ TEST_F(Programs, IndependentToolsReadTheLibraryWithoutAWord)
     EXPECT_NE(runCommand("llvm-objdump-14 --macho --exports-trie " + output).out.find("_run"), std::string::npos);
 }
 
+TEST_F(Programs, MapBearsTheIdentifierOfItsLibrary)
+{
+    ASSERT_EQ(linkUsually("-map " + folder + "/map").status, 0);
+    Bytes map = readBytes(folder + "/map");
+    std::string first(map.begin(), std::find(map.begin(), map.end(), '\n')), name = "# Identifier: ";
+    EXPECT_EQ(first.substr(0, name.size()), name);
+    EXPECT_NE(runCommand("llvm-otool-14 -l " + output).out.find("uuid " + first.substr(name.size()) + "\n"),
+              std::string::npos)
+        << first;
+}
+
 TEST_F(Programs, TwoLinksAreTheSameByteForByte)
 {
     ASSERT_EQ(linkUsually().status, 0);
