@@ -1,33 +1,22 @@
-// Unicode, ASCII and MacRoman are converted here, so that they need no conversion modules of the C library and no
-// character is dropped; the other encodings are Foundation's.
+// Unicode, ASCII, Latin 1, MacRoman and the two encodings of NextStep are converted here, which macOS does in ways of
+// its own; the other encodings are the C library's.
 
 #include "platform/gnustep/core_foundation/text_encoding.h"
 
+#include "platform/gnustep/core_foundation/foreign_encoding.h"
+#include "platform/gnustep/core_foundation/strings.h"
+
 #import <Foundation/Foundation.h>
+#include <ctype.h>
+#include <stdio.h>
+#include <string.h>
+
+#include <algorithm>
 
 namespace platform {
 namespace {
 
 enum ByteOrder { littleEndian, bigEndian };
-
-struct Foreign {
-    CFStringEncoding encoding;
-    NSStringEncoding foundation;
-};
-
-const Foreign foreignEncodings[] = {
-    {kCFStringEncodingISOLatin1, NSISOLatin1StringEncoding},
-    {0x0202 /* ISO Latin 2 */, NSISOLatin2StringEncoding},
-    {kCFStringEncodingWindowsLatin1, NSWindowsCP1252StringEncoding},
-    {0x0501 /* Windows Latin 2 */, NSWindowsCP1250StringEncoding},
-    {0x0502 /* Windows Cyrillic */, NSWindowsCP1251StringEncoding},
-    {0x0503 /* Windows Greek */, NSWindowsCP1253StringEncoding},
-    {0x0504 /* Windows Latin 5 */, NSWindowsCP1254StringEncoding},
-    {0x0920 /* EUC Japanese */, NSJapaneseEUCStringEncoding},
-    {0x0A01 /* Shift JIS */, NSShiftJISStringEncoding},
-    {kCFStringEncodingNextStepLatin, NSNEXTSTEPStringEncoding},
-    {kCFStringEncodingNonLossyASCII, NSNonLossyASCIIStringEncoding},
-};
 
 // clang-format off
 const UniChar macRomanUpperHalf[128] = {
@@ -78,11 +67,16 @@ bool nextCharacter(const Units &text, size_t *position, uint32_t *character)
     return true;
 }
 
-bool decodeUTF8(const UInt8 *bytes, size_t length, Units *text)
+// A byte of MacRoman's copyright sign, which some property lists have, does not make a text unreadable.
+bool decodeUTF8(const UInt8 *bytes, size_t length, bool strict, Units *text)
 {
     static const uint32_t smallest[] = {0, 0x80, 0x800, 0x10000};
     for (size_t i = 0; i < length;) {
         uint32_t character = bytes[i++];
+        if (character == 0xA9 && !strict) {
+            text->push_back(0xFFFD);
+            continue;
+        }
         size_t more = character < 0x80 ? 0 : character < 0xC0 ? 4 : character < 0xE0 ? 1 : character < 0xF0 ? 2 : 3;
         if (more == 4 || character > 0xF7 || length - i < more)
             return false;
@@ -130,9 +124,7 @@ void writeUnit(uint32_t unit, size_t size, ByteOrder order, std::string *bytes)
 
 bool decodeWide(const UInt8 *bytes, size_t length, size_t size, ByteOrder order, Units *text)
 {
-    if (length % size)
-        return false;
-    for (size_t i = 0; i < length; i += size) {
+    for (size_t i = 0; length - i >= size; i += size) {
         uint32_t unit = readUnit(bytes + i, size, order);
         if (size == 2)
             text->push_back(unit); // halves of surrogate pairs are kept
@@ -155,20 +147,19 @@ bool encodeWide(const Units &text, size_t size, ByteOrder order, std::string *by
     return true;
 }
 
-bool decodeBytewise(const UInt8 *bytes, size_t length, const UniChar *upperHalf, Units *text)
+// ASCII's upper half is read as Latin 1's.
+void decodeBytewise(const UInt8 *bytes, size_t length, const UniChar *upperHalf, Units *text)
 {
-    for (size_t i = 0; i < length; ++i) {
-        if (bytes[i] >= 0x80 && !upperHalf)
-            return false;
-        text->push_back(bytes[i] < 0x80 ? bytes[i] : upperHalf[bytes[i] - 0x80]);
-    }
-    return true;
+    for (size_t i = 0; i < length; ++i)
+        text->push_back(bytes[i] < 0x80 || !upperHalf ? bytes[i] : upperHalf[bytes[i] - 0x80]);
 }
 
-bool encodeBytewise(const Units &text, const UniChar *upperHalf, std::string *bytes)
+// size is how many characters Unicode and the encoding have in common.
+bool encodeBytewise(const Units &text, unsigned size, const UniChar *upperHalf, std::string *bytes)
 {
+    bytes->clear();
     for (UniChar unit : text) {
-        int byte = unit < 0x80 ? unit : -1;
+        int byte = unit < size ? unit : -1;
         for (int i = 0; byte < 0 && upperHalf && i < 0x80; ++i)
             if (upperHalf[i] == unit)
                 byte = 0x80 + i;
@@ -179,90 +170,124 @@ bool encodeBytewise(const Units &text, const UniChar *upperHalf, std::string *by
     return true;
 }
 
-const Foreign *foreign(CFStringEncoding encoding)
+// A letter and its accent, and a character that stands for another, are one of the encoding's where it has that.
+bool encodePrecomposed(const Units &text, unsigned size, const UniChar *upperHalf, std::string *bytes)
 {
-    for (const Foreign &row : foreignEncodings)
-        if (row.encoding == encoding)
-            return &row;
-    return nullptr;
+    return encodeBytewise(text, size, upperHalf, bytes) ||
+           encodeBytewise(normalized(text, kCFStringNormalizationFormC), size, upperHalf, bytes);
 }
 
-bool decodeForeign(const UInt8 *bytes, size_t length, const Foreign &row, Units *text)
+// NextStep's upper half is GNUstep's but for three quotation marks, and two bytes that are none.
+const UniChar *nextStepUpperHalf()
 {
-    NSString *string = [[NSString alloc] initWithBytes:bytes length:length encoding:row.foundation];
-    if (!string)
-        return false;
-    text->resize([string length]);
-    [string getCharacters:text->data() range:NSMakeRange(0, text->size())];
-    [string release];
+    static UniChar upperHalf[0x80];
+    if (upperHalf[0])
+        return upperHalf;
+    for (unsigned i = 0; i < 0x7E; ++i) {
+        const UInt8 byte = 0x80 + i;
+        NSString *character = [[NSString alloc] initWithBytes:&byte length:1 encoding:NSNEXTSTEPStringEncoding];
+        upperHalf[i] = [character characterAtIndex:0];
+        [character release];
+    }
+    upperHalf[0x29] = 0x2019;
+    upperHalf[0x38] = 0x201A;
+    upperHalf[0x39] = 0x201E;
+    upperHalf[0x7E] = upperHalf[0x7F] = 0xFFFD;
+    return upperHalf;
+}
+
+bool decodeNextStep(const UInt8 *bytes, size_t length, Units *text)
+{
+    decodeBytewise(bytes, length, nextStepUpperHalf(), text);
+    return std::find(text->begin(), text->end(), 0xFFFD) == text->end();
+}
+
+// What is not printable ASCII as \ooo or \uxxxx, a backslash twice.
+void encodeNonLossyASCII(const Units &text, std::string *bytes)
+{
+    for (UniChar unit : text) {
+        char escape[8] = {static_cast<char>(unit)};
+        if (unit == '\\')
+            strcpy(escape, "\\\\");
+        else if (unit > 0xFF)
+            snprintf(escape, sizeof escape, "\\u%04x", unit);
+        else if (unit >= 0x7F || (unit < ' ' && !isspace(unit)))
+            snprintf(escape, sizeof escape, "\\%03o", unit);
+        *bytes += escape;
+    }
+}
+
+bool decodeNonLossyASCII(const std::string &bytes, Units *text)
+{
+    for (size_t i = 0; i < bytes.size(); ++i) {
+        unsigned value = static_cast<UInt8>(bytes[i]);
+        int length = 0;
+        if (value >= 0x80)
+            return false;
+        if (value == '\\') {
+            const char *escape = bytes.c_str() + i + 1;
+            if (*escape == '\\')
+                length = 1;
+            else if ((sscanf(escape, "u%4x%n", &value, &length) != 1 || length != 5) &&
+                     (sscanf(escape, "%3o%n", &value, &length) != 1 || length != 3))
+                return false;
+        }
+        text->push_back(value);
+        i += length;
+    }
     return true;
-}
-
-bool encodeForeign(const Units &text, const Foreign &row, std::string *bytes)
-{
-    NSString *string = [[NSString alloc] initWithCharacters:text.data() length:text.size()];
-    NSData *data = [string dataUsingEncoding:row.foundation];
-    if (data)
-        bytes->assign(static_cast<const char *>([data bytes]), [data length]);
-    [string release];
-    return data != nil;
-}
-
-// Skips the byte order mark of an external representation; in the encodings of native order it tells the order.
-ByteOrder skipMark(const UInt8 **bytes, size_t *length, size_t size, ByteOrder order, bool native)
-{
-    if (*length < size)
-        return order;
-    bool otherOrder = native && readUnit(*bytes, size, bigEndian) == 0xFEFF;
-    if (!otherOrder && readUnit(*bytes, size, order) != 0xFEFF)
-        return order;
-    *bytes += size;
-    *length -= size;
-    return otherOrder ? bigEndian : order;
 }
 
 } // namespace
 
 bool decodeUTF8(const std::string &bytes, Units *text)
 {
-    return decodeUTF8(reinterpret_cast<const UInt8 *>(bytes.data()), bytes.size(), text);
+    return decodeUTF8(reinterpret_cast<const UInt8 *>(bytes.data()), bytes.size(), true, text);
 }
 
 bool decodeText(const UInt8 *bytes, size_t length, CFStringEncoding encoding, bool external, Units *text)
 {
-    size_t size = 2;
-    ByteOrder order = littleEndian;
+    auto beginsWith = [&](std::string mark) {
+        return length >= mark.size() &&
+               mark.compare(0, mark.size(), reinterpret_cast<const char *>(bytes), mark.size()) == 0;
+    };
+    // A mark goes where none is part of the name, and without one the order is the network's.
+    auto decodeEitherOrder = [&](size_t size, const std::string &big, const std::string &little) {
+        bool isLittle = beginsWith(little);
+        size_t mark = isLittle || beginsWith(big) ? size : 0;
+        return decodeWide(bytes + mark, length - mark, size, isLittle ? littleEndian : bigEndian, text);
+    };
     switch (encoding) {
-    case kCFStringEncodingUTF8:
-        if (external && length >= 3 && bytes[0] == 0xEF && bytes[1] == 0xBB && bytes[2] == 0xBF)
-            return decodeUTF8(bytes + 3, length - 3, text);
-        return decodeUTF8(bytes, length, text);
-    case kCFStringEncodingASCII:
-        return decodeBytewise(bytes, length, nullptr, text);
-    case kCFStringEncodingMacRoman:
-        return decodeBytewise(bytes, length, macRomanUpperHalf, text);
-    case kCFStringEncodingUTF16BE:
-        order = bigEndian;
-        break;
-    case kCFStringEncodingUTF16:
-    case kCFStringEncodingUTF16LE:
-        break;
-    case kCFStringEncodingUTF32BE:
-        order = bigEndian;
-        size = 4;
-        break;
-    case kCFStringEncodingUTF32:
-    case kCFStringEncodingUTF32LE:
-        size = 4;
-        break;
-    default:
-        const Foreign *row = foreign(encoding);
-        return row && decodeForeign(bytes, length, *row, text);
+    case kCFStringEncodingUTF8: {
+        size_t mark = beginsWith("\xEF\xBB\xBF") ? 3 : 0;
+        return decodeUTF8(bytes + mark, length - mark, false, text);
     }
-    if (external)
-        order = skipMark(&bytes, &length, size, order,
-                         encoding == kCFStringEncodingUTF16 || encoding == kCFStringEncodingUTF32);
-    return decodeWide(bytes, length, size, order, text);
+    case kCFStringEncodingUTF16:
+        return external ? decodeEitherOrder(2, "\xFE\xFF", "\xFF\xFE")
+                        : decodeWide(bytes, length, 2, littleEndian, text);
+    case kCFStringEncodingUTF16BE:
+        return decodeWide(bytes, length, 2, bigEndian, text);
+    case kCFStringEncodingUTF16LE:
+        return decodeWide(bytes, length, 2, littleEndian, text);
+    case kCFStringEncodingUTF32:
+        return decodeEitherOrder(4, {"\0\0\xFE\xFF", 4}, {"\xFF\xFE\0\0", 4});
+    case kCFStringEncodingUTF32BE:
+        return decodeWide(bytes, length, 4, bigEndian, text);
+    case kCFStringEncodingUTF32LE:
+        return decodeWide(bytes, length, 4, littleEndian, text);
+    case kCFStringEncodingASCII:
+    case kCFStringEncodingISOLatin1:
+        decodeBytewise(bytes, length, nullptr, text);
+        return true;
+    case kCFStringEncodingMacRoman:
+        decodeBytewise(bytes, length, macRomanUpperHalf, text);
+        return true;
+    case kCFStringEncodingNextStepLatin:
+        return decodeNextStep(bytes, length, text);
+    case kCFStringEncodingNonLossyASCII:
+        return decodeNonLossyASCII(std::string(reinterpret_cast<const char *>(bytes), length), text);
+    }
+    return decodeForeign(bytes, length, encoding, text);
 }
 
 bool encodeText(const Units &text, CFStringEncoding encoding, std::string *bytes)
@@ -270,10 +295,6 @@ bool encodeText(const Units &text, CFStringEncoding encoding, std::string *bytes
     switch (encoding) {
     case kCFStringEncodingUTF8:
         return encodeUTF8(text, bytes);
-    case kCFStringEncodingASCII:
-        return encodeBytewise(text, nullptr, bytes);
-    case kCFStringEncodingMacRoman:
-        return encodeBytewise(text, macRomanUpperHalf, bytes);
     case kCFStringEncodingUTF16BE:
         return encodeWide(text, 2, bigEndian, bytes);
     case kCFStringEncodingUTF16:
@@ -284,9 +305,19 @@ bool encodeText(const Units &text, CFStringEncoding encoding, std::string *bytes
     case kCFStringEncodingUTF32:
     case kCFStringEncodingUTF32LE:
         return encodeWide(text, 4, littleEndian, bytes);
+    case kCFStringEncodingASCII:
+        return encodeBytewise(text, 0x80, nullptr, bytes);
+    case kCFStringEncodingISOLatin1:
+        return encodePrecomposed(text, 0x100, nullptr, bytes);
+    case kCFStringEncodingMacRoman:
+        return encodePrecomposed(text, 0x80, macRomanUpperHalf, bytes);
+    case kCFStringEncodingNextStepLatin:
+        return encodePrecomposed(text, 0x80, nextStepUpperHalf(), bytes);
+    case kCFStringEncodingNonLossyASCII:
+        encodeNonLossyASCII(text, bytes);
+        return true;
     }
-    const Foreign *row = foreign(encoding);
-    return row && encodeForeign(text, *row, bytes);
+    return encodeForeign(text, encoding, bytes);
 }
 
 } // namespace platform

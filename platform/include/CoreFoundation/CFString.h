@@ -37,7 +37,9 @@ enum {
 };
 
 // The makers return a string owned by the caller, or null when the bytes are no valid text of that encoding
-// or the encoding is unknown. Units and bytes are kept as they are: a leading byte order mark is a character.
+// or the encoding is unknown. Units are kept as they are: a leading byte order mark is a character. Of bytes UTF-8's
+// mark in front is left out; UTF-16 (an external representation only) and UTF-32 in no particular order begin with a
+// mark or are big-endian; part of a unit at the end is dropped; ASCII has Latin 1's upper half.
 CFStringRef CFStringCreateWithCString(CFAllocatorRef allocator, const char *text, CFStringEncoding encoding);
 CFStringRef CFStringCreateWithBytes(CFAllocatorRef allocator, const UInt8 *bytes, CFIndex length,
                                     CFStringEncoding encoding, Boolean isExternalRepresentation);
