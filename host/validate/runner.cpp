@@ -37,6 +37,27 @@ static isolation::Batch forChildren(const Batch &batch, const Settings &settings
     return work;
 }
 
+static void loadOnce()
+{
+    try {
+        startHost("2013.03", true);
+    } catch (const host::CallError &error) {
+        throw Failure(error.what());
+    }
+    expect(theHost().findClass(kClass), std::string("it registers no class ") + kClass);
+}
+
+std::string whyItDoesNotLoad(const Settings &settings)
+{
+    isolation::Batch batch;
+    batch.names = {"load"};
+    batch.secondsPerCase = settings.timeLimit > 0 ? settings.timeLimit : 60;
+    batch.whyItFails = [](size_t, bool) { return whyItFails(loadOnce); };
+    std::string why;
+    isolation::run({batch}, {1, false, false}, [&](const isolation::Outcome &outcome) { why = outcome.why; });
+    return why;
+}
+
 std::vector<Batch> selected(std::vector<Batch> batches, const std::string &only)
 {
     for (Batch &batch : batches)

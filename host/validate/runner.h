@@ -1,6 +1,7 @@
 // Chooses the cases and runs them, each batch in a child process of its own.
 #pragma once
 
+#include <string>
 #include <vector>
 
 #include "host/validate/case.h"
@@ -10,6 +11,9 @@ namespace validate {
 
 // The cases that --only asks for, in their batches; batches without any are left out.
 std::vector<Batch> selected(std::vector<Batch> batches, const std::string &only);
+
+// Loads the plug-in once, in a process of its own: empty when it registers the class, else what is wrong, in one line.
+std::string whyItDoesNotLoad(const Settings &settings);
 
 void runBatches(const std::vector<Batch> &batches, const Settings &settings, Report &report);
 

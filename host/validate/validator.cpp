@@ -53,6 +53,9 @@ bool run(const Settings &settings)
         printNames(batches);
         return true;
     }
+    std::string why = whyItDoesNotLoad(settings); // every case would fail for the same reason
+    if (!why.empty())
+        throw std::runtime_error(settings.plugin + " cannot be validated: " + why);
     Report report(settings, countOf(batches) * size_t(settings.repeat));
     std::mt19937 random(settings.seed);
     for (int round = 0; round < settings.repeat; round++) {

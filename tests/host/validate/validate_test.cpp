@@ -1,4 +1,5 @@
 // The validator as a program: what it prints, and that it finds faults.
+#include "ground.h"
 #include <cstdio>
 #include <fstream>
 #include <gmock/gmock.h>
@@ -104,6 +105,28 @@ TEST(Validate, RefusesAPluginThatIsNotThere)
     Ended ended = validate("--plugin /no/such/file " + only("synchronize"));
     EXPECT_EQ(ended.status, 1);
     EXPECT_THAT(ended.output, HasSubstr("/no/such/file: there is no such file"));
+}
+
+// Instead of every case that fails.
+TEST(Validate, SaysInOneLineThatAFileIsNoPlugin)
+{
+    std::string text = temporaryFile("text.so");
+    std::ofstream(text) << "no library";
+    const std::pair<std::string, const char *> rows[] = {
+        {text, "cannot be loaded: "},
+        {"/etc", "cannot be loaded: "},
+        {kBuildDir + std::string("/libplatform-gnustep.so"), "no plug-in, it exports no REALPluginMain"},
+        {kBuildDir + std::string("/Family.so"), "it registers no class NSUserDefaultsKTZ"},
+        {CRASHING_PLUGIN, "the process was ended by signal 11"},
+    };
+    for (const auto &[file, why] : rows) {
+        Ended ended = validate("--plugin '" + file + "'");
+        EXPECT_EQ(ended.status, 1);
+        EXPECT_EQ(lines(ended.output).size(), 1u) << ended.output;
+        EXPECT_THAT(ended.output, HasSubstr(file));
+        EXPECT_THAT(ended.output, HasSubstr(why));
+    }
+    unlink(text.c_str());
 }
 
 TEST(Validate, RepeatsAndShuffles)
