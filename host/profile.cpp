@@ -1,11 +1,15 @@
 #include "host/profile.h"
 
-#include <cmath>
+#include <algorithm>
 #include <cstdlib>
 
 namespace host {
 
 namespace {
+
+// The hosts that the plug-in is made for.
+const double kFirstVersion = 2009;
+const double kVersionsEnd = 2015;
 
 Profile profileOf(const char *name, std::optional<double> version)
 {
@@ -39,9 +43,10 @@ std::optional<Profile> Profile::named(const std::string &name)
     for (const Profile &profile : predefined())
         if (profile.name == name)
             return profile;
-    char *end = nullptr;
-    double version = strtod(name.c_str(), &end);
-    if (name.empty() || *end || !(version > 0) || !std::isfinite(version))
+    bool isNumber =
+        name.find_first_not_of("0123456789.") == std::string::npos && std::count(name.begin(), name.end(), '.') <= 1;
+    double version = isNumber ? strtod(name.c_str(), nullptr) : 0;
+    if (version < kFirstVersion || version >= kVersionsEnd)
         return std::nullopt;
     return profileOf(name.c_str(), version);
 }

@@ -42,8 +42,8 @@ struct Profile {
     // "2013.03", "2014.1".
     static const std::vector<Profile> &predefined();
 
-    // A predefined profile by name, or one for any other version number written as text ("2012.1"). Nothing for a
-    // text that is neither.
+    // A predefined profile by name, or one for another version number from 2009 to 2014.x written as text ("2012.1").
+    // Nothing for a text that is neither.
     static std::optional<Profile> named(const std::string &name);
 };
 

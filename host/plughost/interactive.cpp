@@ -121,18 +121,21 @@ bool converse(script::Conversation &conversation, const std::function<bool(std::
     return allDone;
 }
 
-void run()
+void run(Session &session)
 {
     script::Conversation conversation;
     if (!isatty(STDIN_FILENO)) {
         auto read = [](std::string &line, bool) { return bool(std::getline(std::cin, line)); };
-        if (!converse(conversation, read))
+        bool allDone = converse(conversation, read);
+        session.end();
+        if (!allDone)
             throw Reported();
         return;
     }
     puts("The host's language, line by line. Tab completes names; Ctrl-D or Exit ends.");
     Terminal terminal(conversation);
     converse(conversation, [&](std::string &line, bool continues) { return terminal.read(line, continues); });
+    session.end();
 }
 
 } // namespace
@@ -142,7 +145,7 @@ int runInteractively(Program &program)
     return runInSession(program.options, [&program](Session &session) {
         if (!program.options.suites.empty() || !program.options.registrations.empty())
             session.defaults(); // applies them
-        run();
+        run(session);
     });
 }
 

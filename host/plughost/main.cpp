@@ -1,4 +1,5 @@
 // plughost: a command line for the class of the plug-in, which plays the host around it.
+#include <csignal>
 #include <cstdio>
 #include <exception>
 
@@ -91,7 +92,7 @@ static int run(int count, char **arguments)
     addCommonOptions(program.app, program.options);
     addCommands(program);
     try {
-        program.app.parse(count, arguments);
+        readArguments(program.app, count, arguments);
         prepareEnvironment(program.options.defaultsDir);
         return program.chosen ? program.chosen() : runInteractively(program);
     } catch (const CLI::Success &success) {
@@ -111,5 +112,13 @@ static int run(int count, char **arguments)
 
 int main(int count, char **arguments)
 {
-    return plughost::run(count, arguments);
+    // A write beyond a limit of the shell's fails, and is told; it does not end the process in the middle.
+    signal(SIGXFSZ, SIG_IGN);
+    // A line is out when it is printed, whatever happens then.
+    setvbuf(stdout, nullptr, _IOLBF, BUFSIZ);
+    int status = plughost::run(count, arguments);
+    if (fflush(stdout) == 0 && !ferror(stdout))
+        return status;
+    fputs("plughost: standard output could not be written\n", stderr);
+    return status == plughost::kDone ? plughost::kBadInput : status;
 }

@@ -1,6 +1,7 @@
 // What every command takes: which host is played, which plug-in is loaded, whose defaults are used.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -13,7 +14,7 @@ struct Options {
     bool withoutFamily = false;
 
     std::string domain = "plughost"; // the application's own domain
-    std::string user;                // empty: the standard defaults object
+    std::optional<std::string> user; // nothing: the standard defaults object
     std::string defaultsDir;         // empty: as Foundation's configuration says
 
     std::vector<std::string> suites;        // added to the search list before the command

@@ -14,14 +14,4 @@ void Program::onSession(CLI::App *command, std::function<void(Session &)> body)
     command->callback([this, body] { chosen = [this, body] { return runInSession(options, body); }; });
 }
 
-CLI::Option *addPlainArgument(CLI::App *command, const std::string &name, std::string &text,
-                              const std::string &description)
-{
-    CLI::callback_t take = [&text](const CLI::results_t &results) {
-        text = results.front();
-        return true;
-    };
-    return command->add_option(name, take, description)->type_size(1)->expected(1)->allow_extra_args(false);
-}
-
 } // namespace plughost

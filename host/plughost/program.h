@@ -6,6 +6,7 @@
 #include <functional>
 #include <string>
 
+#include "host/plughost/command_line.h"
 #include "host/plughost/options.h"
 #include "host/plughost/session.h"
 
@@ -21,11 +22,6 @@ struct Program {
     // The body runs in a session when the subcommand was chosen.
     void onSession(CLI::App *command, std::function<void(Session &)> body);
 };
-
-// A positional argument whose text reaches the command exactly as it was given: the command-line library would take
-// "{}" and "[a,b]" for notations of its own.
-CLI::Option *addPlainArgument(CLI::App *command, const std::string &name, std::string &text,
-                              const std::string &description);
 
 void addDescribe(Program &program);
 void addGet(Program &program);

@@ -8,17 +8,27 @@
 #include "host/plughost/errors.h"
 #include "host/plughost/files.h"
 #include "host/plughost/json_value.h"
+#include "host/plughost/stack_guard.h"
 #ifdef PLUGHOST_MACHORUN
 #include "tools/machorun/host_loader.h"
 #endif
 
 namespace plughost {
 
+static std::string knownVersions()
+{
+    std::string names;
+    for (const host::Profile &profile : host::Profile::predefined())
+        names += (names.empty() ? "" : ", ") + profile.name;
+    return names;
+}
+
 static host::Profile profileFor(const Options &options)
 {
     std::optional<host::Profile> profile = host::Profile::named(options.host);
     if (!profile)
-        throw UsageError("--host: \"" + options.host + "\" is no version of the host, such as 2011.4");
+        throw UsageError("--host: there is no version \"" + options.host + "\" of the host; known are " +
+                         knownVersions() + ", and other numbers from 2009 to 2014.x");
     std::vector<host::EntryPointInfo> known = host::Host::shared().entryPoints();
     for (const std::string &name : options.without) {
         if (std::none_of(known.begin(), known.end(), [&](const auto &entry) { return entry.name == name; }))
@@ -34,15 +44,17 @@ Session::Session(const Options &options) : _options(options), _host(host::Host::
     if (options.domain.empty() || options.domain.find('/') != std::string::npos)
         throw UsageError("--domain: \"" + options.domain + "\" cannot be the name of a domain");
     becomeApplication(options.domain, options.showLog);
+    if (options.user && !isUser(*options.user))
+        throw UsageError("--user: there is no user \"" + *options.user + "\"");
     _host.use(profileFor(options));
 #ifdef PLUGHOST_MACHORUN
     _host.addLoader(machorun::HostLoader());
 #endif
     if (!options.withoutFamily)
         _host.load(besideProgram("Family.so"));
-    _host.load(options.plugin.empty() ? besideProgram("NSUserDefaults.so") : options.plugin);
+    host::Plugin &plugin = _host.load(options.plugin.empty() ? besideProgram("NSUserDefaults.so") : options.plugin);
     if (!_host.findClass(kClassName))
-        throw InputError(std::string("the plug-in has registered no class ") + kClassName);
+        throw InputError(plugin.path() + ": it registers no class " + kClassName);
 }
 
 const host::ClassDescription &Session::defaultsClass() const
@@ -54,11 +66,10 @@ const host::Value &Session::defaults()
 {
     if (!_defaults.isNil())
         return _defaults;
-    _defaults = _options.user.empty() ? _host.callShared(kClassName, "standardUserDefaults")
-                                      : _host.newObject(kClassName, {_options.user});
+    _defaults = !_options.user ? _host.callShared(kClassName, "standardUserDefaults")
+                               : _host.newObject(kClassName, {*_options.user});
     if (_defaults.isNil())
         throw InputError("there is no defaults object: standardUserDefaults answered nil");
-    endOnUncaughtExceptions();
     for (const std::string &suite : _options.suites)
         _host.call(_defaults, "addSuiteNamed", {suite});
     for (const std::string &file : _options.registrations)
@@ -71,10 +82,20 @@ host::Value Session::call(const std::string &method, const host::Arguments &argu
     return _host.call(defaults(), method, arguments);
 }
 
+static void requireWritten(bool isWritten)
+{
+    if (!isWritten)
+        throw InputError("the defaults could not be written to disk");
+}
+
 void Session::save()
 {
-    if (!call("synchronize").boolean())
-        throw InputError("the defaults could not be written to disk");
+    requireWritten(call("synchronize").boolean());
+}
+
+void Session::end()
+{
+    requireWritten(writeStandardDefaults());
 }
 
 static void printLine(std::string line)
@@ -118,6 +139,7 @@ static bool handlesBalance()
 
 int runInSession(const Options &options, const std::function<void(Session &)> &body)
 {
+    guardStack();
     int status;
     {
         host::CocoaPool pool;

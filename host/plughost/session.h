@@ -26,6 +26,8 @@ public:
     host::Value call(const std::string &method, const host::Arguments &arguments = {});
     // Writes what was stored to disk, so that the next command finds it. Throws InputError when that fails.
     void save();
+    // The same at the normal end of a program, for what the program left unwritten.
+    void end();
 
 private:
     const Options &_options;

@@ -25,9 +25,10 @@ TEST_F(Profiles, PredefinedOnesHaveTheirVersions)
     for (const auto &[name, version] : versions)
         EXPECT_EQ(Profile::named(name)->versionNumber(), version) << name;
     EXPECT_EQ(Profile::named("2010.5")->versionNumber(), 2010.5);
-    EXPECT_FALSE(Profile::named("new"));
-    EXPECT_FALSE(Profile::named(""));
-    EXPECT_FALSE(Profile::named("-1"));
+    EXPECT_EQ(Profile::named("2014.99")->versionNumber(), 2014.99);
+    for (const char *none : {"new", "", ".", "-1", "1", "2008.9", "2015", "2099.1", "2.0114e3", "0x7DB", " 2011.4",
+                             "2011.4.1", "inf", "nan"})
+        EXPECT_FALSE(Profile::named(none)) << none;
 }
 
 TEST_F(Profiles, AHostWithoutANumberHasNoVersionEntry)

@@ -6,6 +6,7 @@
 #include "host/plughost/json_value.h"
 #include "host/plughost/program.h"
 #include "host/plughost/text_value.h"
+#include "host/script/host_members.h"
 
 namespace plughost {
 
@@ -65,7 +66,8 @@ private:
             }
         }
         if (!named.method)
-            throw InputError(description.name + " has no method " + quoted(name));
+            throw InputError(description.name + " has no method " + quoted(name) +
+                             script::suggestion(name, script::memberNames(description.name, false)));
         if (assigns && !named.method->setter)
             throw InputError(quoted(named.method->text) + " cannot be assigned to");
         size_t wanted = named.method->declaration.parameters.size();
@@ -105,23 +107,20 @@ void addCall(Program &program)
     addPlainArgument(command, "METHOD", call->name, "A method's name, or its declaration")->required();
     // One option for each, because the library would split "[a,b]" in an option that takes several.
     for (const char *name : {"ARG1", "ARG2", "ARG3", "ARG4"}) {
-        CLI::callback_t take = [call](const CLI::results_t &results) {
-            call->arguments.push_back(results.front());
-            return true;
-        };
-        command->add_option(name, take, "An argument, written as for plughost set")->type_size(1)->expected(1);
+        auto take = [call](const std::string &text) { call->arguments.push_back(text); };
+        addPlainArgument(command, name, take, "An argument, written as for plughost set");
     }
-    CLI::callback_t takeAssigned = [call](const CLI::results_t &results) {
-        call->assigned = results.front();
-        return call->assigns = true;
+    auto takeAssigned = [call](const std::string &text) {
+        call->assigned = text;
+        call->assigns = true;
     };
-    command->add_option("--assign", takeAssigned, "Assign to the method: object.METHOD(ARG...) = VALUE")
-        ->type_name("VALUE")
-        ->type_size(1)
-        ->expected(1);
+    addPlainArgument(command, "--assign", takeAssigned, "Assign to the method: object.METHOD(ARG...) = VALUE")
+        ->type_name("VALUE");
     command->add_flag("--json", call->json, "Print the result as JSON");
     command->footer("Methods are called on the standard defaults object, or on that of --user; shared methods on the "
-                    "class.\n\nExamples:\n"
+                    "class.\n"
+                    "What the class does not store is not refused here: a text that is no URL, nil, data of no bytes "
+                    "remove the value.\n\nExamples:\n"
                     "  plughost call persistentDomainNames\n"
                     "  plughost call integerForKey Runs --assign 5\n"
                     "  plughost call setPersistentDomain '{\"a\": 1}' com.example.other");

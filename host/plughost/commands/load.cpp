@@ -6,6 +6,7 @@
 #include "host/plughost/files.h"
 #include "host/plughost/json_value.h"
 #include "host/plughost/program.h"
+#include "host/plughost/storable.h"
 
 namespace plughost {
 
@@ -27,16 +28,17 @@ struct Load {
 private:
     int32_t storeDomain(Session &session, const host::Value &values) const
     {
+        requireStorable(values, nameOfFile(file));
         session.call("setPersistentDomain", {values, domain});
         return values.count();
     }
 
     // A dump holds what the system provides, too, and that is not to become the application's own: values that read the
     // same already, and those of GNUstep's configuration, which a dump made elsewhere has otherwise (paths).
-    static int32_t storeDifferences(Session &session, const host::Value &values)
+    int32_t storeDifferences(Session &session, const host::Value &values) const
     {
         host::Value configuration = session.call("volatileDomainForName", {"GSConfigDomain"});
-        int32_t stored = 0;
+        host::Arguments differences; // a key, a value, a key, ...
         for (int32_t i = 0; i < values.count(); i++) {
             host::Value key = values.keyAt(i);
             if (!key.isString())
@@ -46,10 +48,12 @@ private:
                 continue;
             if (jsonOf(value) == jsonOf(session.call("variantForKey", {key})))
                 continue;
-            session.call("setVariantValue", {key, value});
-            stored++;
+            requireStorable(value, nameOfFile(file) + ": /" + key.text());
+            differences.insert(differences.end(), {key, value});
         }
-        return stored;
+        for (size_t i = 0; i < differences.size(); i += 2)
+            session.call("setVariantValue", {differences[i], differences[i + 1]});
+        return int32_t(differences.size() / 2);
     }
 };
 
@@ -63,7 +67,8 @@ void addLoad(Program &program)
     CLI::Option *into = command->add_option("--into", load->domain, "Make the file the whole of this persistent domain")
                             ->type_name("DOMAIN");
     command->footer("Without --into, values that differ from what their keys give now are stored in the application's\n"
-                    "domain. Nothing is stored when any value cannot be.");
+                    "domain. Nothing is stored when any value cannot be; null, data of no bytes and the\n"
+                    "like, which would remove values, are refused where there is a value.");
     program.onSession(command, [=](Session &session) {
         load->intoDomain = into->count() > 0;
         load->run(session);

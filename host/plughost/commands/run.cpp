@@ -18,6 +18,7 @@ void addRun(Program &program)
             session.defaults(); // applies them
         if (!script::runProgram(nameOfFile(*file), readFile(*file)))
             throw Reported();
+        session.end();
     });
 }
 

@@ -3,6 +3,7 @@
 
 #include "host/plughost/commands/type_argument.h"
 #include "host/plughost/program.h"
+#include "host/plughost/storable.h"
 
 namespace plughost {
 
@@ -16,7 +17,9 @@ struct Set {
     void run(Session &session) const
     {
         const ValueType &wanted = typeArgument(type);
-        session.call(wanted.setter, {key, valueOfText(wanted.kind, value, key)});
+        host::Value stored = valueOfText(wanted.kind, value, key);
+        requireStorable(wanted, stored, key);
+        session.call(wanted.setter, {key, stored});
         session.save();
     }
 };
@@ -32,7 +35,9 @@ void addSet(Program &program)
     addPlainArgument(command, "VALUE", set->value, "The value")->required();
     command->footer(typesHelp() + "\nJSON values may carry the tags that `plughost get --json` prints, such as\n"
                                   "{\"$date\": \"2012-02-29T10:20:30\"}, {\"$data\": \"00ff\"}, {\"$single\": 0.1}.\n"
-                                  "Put -- before a value that starts with a dash and is no number.");
+                                  "Put -- before a value that starts with a dash and is no number. Values that the "
+                                  "class would not store (null, data of no\n"
+                                  "bytes, a text that is no URL) are refused: plughost remove KEY removes one.");
     program.onSession(command, [set](Session &session) { set->run(session); });
 }
 

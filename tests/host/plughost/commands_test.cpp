@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include "tests/host/plughost/program.h"
+#include "tests/support/plugin_under_test.h"
 
 using namespace plughost_test;
 
@@ -55,7 +56,7 @@ TEST(Describe, SaysThatNoClassWasRegistered)
 {
     Result result = plughost({"describe", "--without", "PluginRegisterClass"});
     EXPECT_EQ(result.status, 1);
-    EXPECT_EQ(result.errors, "plughost: the plug-in has registered no class NSUserDefaultsKTZ\n");
+    EXPECT_EQ(result.errors, "plughost: " + support::pluginUnderTest() + ": it registers no class NSUserDefaultsKTZ\n");
 }
 
 TEST(Call, ChoosesAmongOverloadsByTheNumberOfArguments)
@@ -102,6 +103,7 @@ TEST(Call, RefusesWhatTheClassDoesNotHave)
         const char *message;
     } rows[] = {
         {{"call", "fly"}, "NSUserDefaultsKTZ has no method \"fly\""},
+        {{"call", "integerForKy"}, "NSUserDefaultsKTZ has no method \"integerForKy\"; did you mean \"integerForKey\"?"},
         {{"call", "integerForKey"}, "\"integerForKey(key as string) as integer\" takes 1 argument, not 0"},
         {{"call", "synchronize", "now"}, "\"synchronize as boolean\" takes 0 arguments, not 1"},
         {{"call", "synchronize", "--assign", "true"}, "\"synchronize as boolean\" cannot be assigned to"},
@@ -122,7 +124,7 @@ TEST(Exceptions, ArePrintedAsHostCodeSeesThem)
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(result.errors, "plughost: UnsupportedOperationException: Constructor called too often. Object is already "
                              "initialized.\n");
-    result = plughost({"set", "variant", "Key", "{\"a\": null}"});
+    result = plughost({"call", "setVariantValue", "Key", "{\"a\": null}"});
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(result.errors.rfind("plughost: NSExceptionKTZ: ", 0), 0u) << result.errors;
     EXPECT_EQ(count(result.errors, "\n"), 1u) << result.errors;
@@ -131,7 +133,7 @@ TEST(Exceptions, ArePrintedAsHostCodeSeesThem)
 
 TEST(Exceptions, AreInTheLogOnlyWhenAskedFor)
 {
-    Result result = plughost({"set", "variant", "Key", "{\"a\": null}", "--show-log"});
+    Result result = plughost({"call", "setVariantValue", "Key", "{\"a\": null}", "--show-log"});
     EXPECT_EQ(result.status, 1);
     EXPECT_TRUE(contains(result.errors, "] A NSInvalidArgumentException: ")) << result.errors;
 }
@@ -214,11 +216,19 @@ TEST(Options, TheCompanionLibraryCanBeLeftOut)
 
 TEST(Options, WithoutTheCompanionLibraryACocoaExceptionEndsTheHostInOneLine)
 {
-    Result result = plughost({"set", "string", "", "text", "--no-family"});
-    EXPECT_EQ(result.status, 1);
-    EXPECT_NE(result.errors.find("plughost: a Cocoa exception ended the host: NSInvalidArgumentException: "),
-              std::string::npos)
-        << result.errors;
+    const char program[] = "Print \"before\"\n"
+                           "NSUserDefaultsKTZ.standardUserDefaults.setStringValue(\"\", \"text\")\n";
+    Result set = plughost({"set", "string", "", "text", "--no-family"});
+    Result run = plughost({"run", "-", "--no-family"}, program);
+    Result lines = plughost({"--no-family"}, program);
+    EXPECT_EQ(set.output, "");
+    EXPECT_EQ(run.output, "before\n");
+    EXPECT_EQ(lines.output, "before\n");
+    for (const Result &result : {set, run, lines}) {
+        EXPECT_EQ(result.status, 1);
+        EXPECT_EQ(result.errors, "plughost: a Cocoa exception ended the host: NSInvalidArgumentException: attempt to "
+                                 "set object with bad key ()\n");
+    }
 }
 
 TEST(Options, AUsersDefaultsAreRead)
@@ -230,12 +240,14 @@ TEST(Options, AUsersDefaultsAreRead)
     EXPECT_EQ(printed({"get", "string", "Key"}), "other");
 }
 
-TEST(Options, AnUnknownUserHasNoDefaults)
+TEST(Options, AnUnknownUserIsWrongUsage)
 {
-    EXPECT_EQ(printed({"get", "integer", "Key", "--user", "no such user"}), "0");
-    Result result = plughost({"set", "integer", "Key", "5", "--user", "no such user"});
-    EXPECT_EQ(result.status, 1);
-    EXPECT_EQ(result.errors, "plughost: the defaults could not be written to disk\n");
+    for (const char *user : {"no such user", ""})
+        for (const Words &command : {Words{"get", "integer", "Key"}, Words{"set", "integer", "Key", "5"}}) {
+            Result result = plughost(command + Words{"--user", user});
+            EXPECT_EQ(result.status, 2);
+            EXPECT_EQ(result.errors, "plughost: --user: there is no user \"" + std::string(user) + "\"\n");
+        }
 }
 
 TEST(Options, HandlesAreBalancedAfterEveryCommand)

@@ -32,8 +32,7 @@ TEST(Json, OtherValuesComeBackAsTheDatabaseAndTheClassKeepThem)
     } rows[] = {{R"({"$int64":5})", "5"},
                 {R"({"$currency":1.5})", "1.5"},
                 {R"({"$color":"#FF8000"})", "16744448"},
-                {R"({"$double":5})", "5.0"},
-                {R"("a\u0000b")", R"("a")"} /* the class cuts text there */};
+                {R"({"$double":5})", "5.0"}};
     for (const auto &row : rows) {
         printed({"set", "variant", "Key", row.written});
         EXPECT_EQ(printed({"get", "variant", "Key", "--json"}), row.read) << row.written;

@@ -69,6 +69,11 @@ Result defaultsTool(const Words &arguments)
     return run(Words{kDefaultsTool} + arguments, "");
 }
 
+Result shell(const std::string &line)
+{
+    return run({"/bin/sh", "-c", line}, "");
+}
+
 std::string printed(const Words &arguments)
 {
     Result result = plughost(arguments);
@@ -99,6 +104,12 @@ std::string temporaryFile(const std::string &name, const std::string &content)
     std::filesystem::path path = folder() / name;
     std::ofstream(path, std::ios::binary) << content;
     return path;
+}
+
+std::string contentOf(const std::string &path)
+{
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
 }
 
 std::string temporaryFolder(const std::string &name)

@@ -18,6 +18,7 @@ using Words = std::vector<std::string>;
 Result plughost(const Words &arguments, const std::string &input = "");
 Result plughostWith(const std::string &plugin, const Words &arguments, const std::string &input = "");
 Result defaultsTool(const Words &arguments);
+Result shell(const std::string &line);
 
 // What a command prints, without the last line's end; a failure of the command fails the test.
 std::string printed(const Words &arguments);
@@ -25,6 +26,7 @@ std::string printed(const Words &arguments);
 // Files in a folder of the test's own.
 std::string temporaryFile(const std::string &name, const std::string &content);
 std::string temporaryFolder(const std::string &name);
+std::string contentOf(const std::string &path);
 
 Words operator+(Words words, const Words &more);
 

@@ -47,6 +47,30 @@ TEST(Run, SaysOfAClassOfTheFamilyThatItsLibraryIsNotLoaded)
     EXPECT_NE(plughost({"run", file, "--no-family"}).errors.find("is not loaded"), std::string::npos);
 }
 
+TEST(Run, WritesWhatTheProgramSetAtItsEnd)
+{
+    EXPECT_EQ(plughost({"run", "-"}, "NSUserDefaultsKTZ.standardUserDefaults.integerForKey(\"cd\") = 9\n").status, 0);
+    EXPECT_EQ(printed({"get", "integer", "cd"}), "9");
+    Result ended = plughost({"run", "-"}, "NSUserDefaultsKTZ.standardUserDefaults.integerForKey(\"cd\") = 10\n"
+                                          "Raise New RuntimeException\n");
+    EXPECT_EQ(ended.status, 1);
+    EXPECT_EQ(printed({"get", "integer", "cd"}), "9") << "that was no normal end";
+}
+
+TEST(Run, SaysThatSomethingContainsItselfAndKeepsWhatWasPrinted)
+{
+    for (const char *container : {"Dim c As New Dictionary\nc.Value(\"c\") = c\nd.dictionaryForKey(\"D\") = c\n",
+                                  "Dim c() As Variant\nc.Append(c)\nd.setArrayValue(\"D\", c)\n"}) {
+        Result result = plughost({"run", "-"}, "Dim d As NSUserDefaultsKTZ = NSUserDefaultsKTZ.standardUserDefaults\n"
+                                               "Print \"before\"\n" +
+                                                   std::string(container));
+        EXPECT_EQ(result.status, 1);
+        EXPECT_EQ(result.output, "before\n");
+        EXPECT_EQ(result.errors, "plughost: the stack is used up: by a Dictionary or an array that contains itself, or "
+                                 "by methods that call each other without end\n");
+    }
+}
+
 TEST(Run, EndsWithStatusOneWhenItCannotGoOn)
 {
     for (const std::string &text : {std::string("Print 5"), std::string("Assert(1 = 2)"), std::string("If"),
@@ -78,6 +102,12 @@ TEST(Interactive, GoesOnBehindALineThatCannotBeRun)
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(result.output, "on\n");
     EXPECT_EQ(result.errors, "input:1:7: what is printed must be a String, not an Integer\nPrint 5\n      ^\n");
+}
+
+TEST(Interactive, WritesWhatWasSetAtTheEnd)
+{
+    plughost({}, "NSUserDefaultsKTZ.standardUserDefaults.integerForKey(\"cd\") = 9\nPrint 5\n");
+    EXPECT_EQ(printed({"get", "integer", "cd"}), "9");
 }
 
 TEST(Interactive, EndsWithExit)

@@ -45,11 +45,53 @@ INSTANTIATE_TEST_SUITE_P(OfEveryKind, WrongUsage,
                                          Words{"get", "number", "Key"}, Words{"get", "integer", "Key", "more"},
                                          Words{"set", "integer", "Key"}, Words{"get", "integer", "Key", "--fast"},
                                          Words{"describe", "--host", "new"}, Words{"describe", "--host", "-1"},
+                                         Words{"describe", "--host", "1"}, Words{"describe", "--host", "2099.1"},
                                          Words{"describe", "--without", "REALFly"},
                                          Words{"describe", "--domain", "a/b"}, Words{"describe", "--domain", ""},
                                          Words{"suite"}, Words{"suite", "add"},
                                          Words{"describe", "--defaults-dir", "/proc/nowhere"}, Words{"tour"},
                                          Words{"tour", "basics"}, Words{"tour", "everything"}));
+
+TEST(WrongUsage, SaysWhatMayHaveBeenMeantAndWhatIsKnown)
+{
+    const struct {
+        Words words;
+        const char *message;
+    } rows[] = {
+        {{"gett", "integer", "Key"}, "there is no command \"gett\"; did you mean \"get\"?"},
+        {{"validat"}, "there is no command \"validat\"; did you mean \"validate\"?"},
+        {{"fly"}, "there is no command \"fly\""},
+        {{"suite", "remov", "x"}, "there is no command \"remov\"; did you mean \"remove\"?"},
+        {{"--hots", "2009", "describe"}, "there is no option \"--hots\"; did you mean \"--host\"?"},
+        {{"get", "integer", "Key", "--jsn"}, "there is no option \"--jsn\"; did you mean \"--json\"?"},
+        {{"describe", "--host", "2099.1"},
+         "--host: there is no version \"2099.1\" of the host; known are 2009, 2011.4, 2012.0, 2012.2, 2013.0, 2013.02, "
+         "2013.03, 2014.1, and other numbers from 2009 to 2014.x"},
+    };
+    for (const auto &row : rows) {
+        Result result = plughost(row.words);
+        EXPECT_EQ(result.status, 2);
+        EXPECT_EQ(result.errors, std::string("plughost: ") + row.message + "\n");
+    }
+}
+
+TEST(WrongUsage, IsAnArgumentThatIsNoText)
+{
+    for (const char *bytes : {"\xFF", "a\x80", "\xC0\x80", "\xED\xA0\x80", "\xF4\x90\x80\x80", "\xE2\x82"}) {
+        Result result = plughost({"set", "string", "Key", bytes}); // behind --plugin FILE
+        EXPECT_EQ(result.status, 2);
+        EXPECT_EQ(result.errors, "plughost: argument 6 is no UTF-8 text\n");
+    }
+    EXPECT_EQ(printed({"set", "string", "Key", "\u007F\u0080\u07FF\u0800\uD7FF\uE000\uFFFD\U00010000\U0010FFFF"}), "");
+}
+
+TEST(WrongPlugin, NamesTheFileThatRegistersNoClass)
+{
+    std::string family = std::string(kBuildDir) + "/Family.so";
+    Result result = plughostWith(family, {"describe"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.errors, "plughost: " + family + ": it registers no class NSUserDefaultsKTZ\n");
+}
 
 TEST(WrongPlugin, IsOneLineAndStatusOne)
 {

@@ -31,6 +31,8 @@ TEST(Values, DoublesKeepAllTheirDigits)
     expectKept("double", "0.1", "0.1");
     expectKept("double", "52.520008", "52.520008");
     expectKept("double", "1e-300", "1e-300");
+    expectKept("double", "-Infinity", "-Infinity");
+    expectKept("single", "-inf", "-Infinity");
 }
 
 TEST(Values, BooleansAreWrittenInSeveralWays)
@@ -53,6 +55,10 @@ TEST(Values, TextThatStartsWithADashStandsBehindTwoDashes)
 {
     EXPECT_EQ(printed({"set", "string", "Key", "--", "-x"}), "");
     EXPECT_EQ(printed({"get", "string", "Key"}), "-x");
+    EXPECT_EQ(printed({"set", "string", "Key", "-Infinity"}), "");
+    EXPECT_EQ(printed({"get", "string", "Key"}), "-Infinity");
+    EXPECT_EQ(printed({"call", "doubleForKey", "Key", "--assign", "-Infinity"}), "");
+    EXPECT_EQ(printed({"get", "double", "Key"}), "-Infinity");
 }
 
 TEST(Values, AURLIsKept)
@@ -99,6 +105,16 @@ TEST(Values, AMissingKeyGivesWhatHostCodeGets)
     EXPECT_EQ(printed({"get", "dictionary", "Missing"}), "nil");
     EXPECT_EQ(printed({"get", "stringarray", "Missing"}), "[]");
     EXPECT_EQ(printed({"get", "variant", "Missing", "--json"}), "null");
+}
+
+TEST(Values, AMissingKeyCanBeToldFromZero)
+{
+    printed({"set", "integer", "Key", "0"});
+    EXPECT_EQ(printed({"get", "integer", "Key", "--must-exist"}), "0");
+    Result result = plughost({"get", "integer", "Missing", "--must-exist"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.output, "");
+    EXPECT_EQ(result.errors, "plughost: \"Missing\" has no value\n");
 }
 
 TEST(Values, ARemovedKeyIsMissing)
@@ -149,6 +165,7 @@ INSTANTIATE_TEST_SUITE_P(
                     BadValue{"data", "0", "Key: data: an odd number of hexadecimal digits"},
                     BadValue{"data", "00fg", "Key: data: character 4 is no hexadecimal digit"},
                     BadValue{"data", "@/nowhere", "Key: cannot read \"/nowhere\": No such file or directory"},
+                    BadValue{"data", "@/dev/zero", "Key: cannot read \"/dev/zero\": it has more than 64 MB"},
                     BadValue{"data", "@/etc", "Key: cannot read \"/etc\": Is a directory"},
                     BadValue{"file", "", "Key: a file's path cannot be empty"},
                     BadValue{"file", "/nowhere/at/all", "Key: \"/nowhere/at/all\" lies in no existing folder"},
