@@ -1,5 +1,8 @@
 #include "tools/macho/fixups.h"
 
+#include <algorithm>
+#include <cstddef>
+
 #include <gtest/gtest.h>
 
 #include "tests/tools/macho/compiled_object.h"
@@ -60,6 +63,40 @@ TEST(Fixups, WordsHoldWhatTheSourceSays)
     for (uint32_t index = 0; index < 20; index++)
         EXPECT_EQ(word(self + 4 * index), base + self + 4 * index);
     EXPECT_EQ(word(self + 4 * 20), 0u);
+}
+
+uint32_t rebaseCodeSize(const DylibFile &dylib)
+{
+    uint32_t at = sizeof(format::mach_header);
+    while (load32(&dylib.bytes[at]) != format::LC_DYLD_INFO)
+        at += load32(&dylib.bytes[at + 4]);
+    return load32(&dylib.bytes[at + offsetof(format::dyld_info_command, rebase_size)]);
+}
+
+TEST(Fixups, WordsAtOneDistanceTakeOneOperation)
+{
+    for (const char *record : {"void *word;", "int number; void *word; char rest[200];"}) {
+        DylibFile dylib = linked(
+            objects(object("a.o", Language::C,
+                           std::string("struct { ") + record + " } table[100] = {[0 ... 99] = {.word = table}};")),
+            {"_table"});
+        EXPECT_EQ(dylib.compressed.rebases.size(), 100u);
+        EXPECT_EQ(dylib.compressed.rebases, dylib.classic.rebases);
+        EXPECT_LE(rebaseCodeSize(dylib), 12u) << record;
+    }
+}
+
+TEST(Fixups, WordsAtAnyDistanceAreFound)
+{
+    std::string words = ".data\n.globl _run\n_run:\n";
+    for (uint32_t distance :
+         {0, 0, 0, 4, 4, 4, 1, 3, 8, 8, 0, 0, 56, 60, 64, 200, 200, 200, 0, 200, 4, 5000, 0, 12, 0, 12})
+        words += ".long _run\n.space " + std::to_string(distance) + "\n";
+    for (int count = 0; count < 20; count++) // more than fit into the operation itself
+        words += ".long _run\n";
+    DylibFile dylib = linked(objects(object("a.o", Language::Assembler, words, "")), {"_run"});
+    EXPECT_EQ(dylib.classic.rebases.size(), 46u);
+    EXPECT_EQ(dylib.compressed.rebases, dylib.classic.rebases);
 }
 
 TEST(Fixups, EachFormCanStandAlone)

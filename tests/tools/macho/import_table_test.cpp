@@ -34,6 +34,8 @@ TEST(ImportTable, ErrorsNameTheLine)
               "t.txt:1: expected: library INSTALL_NAME CURRENT_VERSION COMPATIBILITY_VERSION");
     EXPECT_EQ(errorOf("library a 1 x\n"),
               "t.txt:1: expected: library INSTALL_NAME CURRENT_VERSION COMPATIBILITY_VERSION");
+    EXPECT_EQ(errorOf("library a 1.2 1.3\n"),
+              "t.txt:1: compatibility version 1.3.0 is above the current version 1.2.0");
     EXPECT_EQ(errorOf("library a 1 1\n_one\n_one\n"), "t.txt:3: symbol _one is listed twice");
     EXPECT_EQ(errorOf("library a 1 1\n\n_one strong\n"), "t.txt:3: expected: SYMBOL or SYMBOL weak");
 }

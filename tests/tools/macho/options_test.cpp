@@ -57,6 +57,13 @@ TEST(Options, AreRead)
     EXPECT_EQ(line.value().objects, (std::vector<std::string>{"a.o", "b.o"}));
 }
 
+TEST(Options, CompatibilityVersionFollowsFromTheVersion)
+{
+    auto line = parseCommandLine(withUsual({"-current_version", "0.3.7"}));
+    ASSERT_TRUE(line);
+    EXPECT_EQ(line.value().link.compatibilityVersion, 0x300u);
+}
+
 TEST(Options, CompressedFixupsAloneNeedALaterSystem)
 {
     auto line = parseCommandLine(withUsual({"-fixups", "compressed"}));
