@@ -14,6 +14,7 @@ namespace {
 struct Frames {
     std::map<uint32_t, uint32_t> functions; // by start: the end
     std::set<uint32_t> handlerTables, handlers;
+    std::set<uint32_t> commonRecords, usedCommonRecords; // by offset
     size_t records = 0;
 };
 
@@ -32,7 +33,10 @@ Frames framesOf(const DylibFile &dylib)
     std::istringstream lines(run.out);
     for (std::string line; std::getline(lines, line);) {
         size_t pc = line.find(" pc="), dots = line.find("...");
-        if (line.find(" FDE ") != line.npos) {
+        if (line.find(" CIE") != line.npos)
+            frames.commonRecords.insert(low32(line.substr(0, 8)));
+        if (size_t at = line.find(" FDE cie="); at != line.npos) {
+            frames.usedCommonRecords.insert(low32(line.substr(at + 9, 8)));
             frames.functions[low32(line.substr(pc + 4, dots - pc - 4))] = low32(line.substr(dots + 3));
             frames.records++;
         } else if (size_t at = line.find("LSDA Address: "); at != line.npos) {
@@ -110,16 +114,45 @@ TEST(CallFrames, LieBetweenTheCodeAndAWordOfZeros)
 
 TEST(CallFrames, OfADefinitionThatLostAreLeftOutWithIt)
 {
-    std::string shared = "extern \"C\" int call(int); inline __attribute__((noinline)) int shared(int x) "
-                         "{ try { return call(x); } catch (...) { return 0; } } ";
-    DylibFile dylib =
-        linked(objects(object("a.o", Language::Cpp, shared + "extern \"C\" int one(int x) { return shared(x) + 1; }"),
-                       object("b.o", Language::Cpp, shared + "extern \"C\" int two(int x) { return shared(x) + 2; }")),
-               {"_one", "_two"});
-    Frames frames = framesOf(dylib);
-    EXPECT_EQ(frames.records, 3u);
-    EXPECT_EQ(frames.functions.size(), 3u);
-    EXPECT_EQ(frames.handlerTables.size(), 1u);
+    auto source = [](const char *before, const char *behind) {
+        return object(
+            before, Language::Cpp,
+            "extern \"C\" int call(int); inline int shared(int x) { try { return call(x); } catch (...) { return 0; } }"
+            "extern \"C\" int " +
+                std::string(before) + "(int x) { return shared(x) + 1; }" +
+                "struct Other { int value(int x) { try { return call(x); } catch (...) { return 2; } } };"
+                "extern \"C\" int " +
+                behind + "(int x) { Other o; return o.value(x) + 2; }",
+            "-O0");
+    };
+    DylibFile one = linked(objects(source("one", "two")), {"_one", "_two"});
+    DylibFile both =
+        linked(objects(source("one", "two"), source("three", "four")), {"_one", "_two", "_three", "_four"});
+    Frames frames = framesOf(both), ofOne = framesOf(one);
+    EXPECT_EQ(frames.records, ofOne.records + 2);
+    EXPECT_EQ(frames.functions.size(), frames.records);
+    for (const char *name : {"_one", "_two", "_three", "_four"})
+        EXPECT_TRUE(frames.functions.count(addressOf(both, name))) << name;
+    EXPECT_EQ(frames.handlerTables, addressesOf(both, "GCC_except_table"));
+    EXPECT_EQ(both.section("__TEXT", "__gcc_except_tab")->size, one.section("__TEXT", "__gcc_except_tab")->size);
+}
+
+TEST(CallFrames, BehindOneThatIsLeftOutKeepTheirCommonRecord)
+{
+    auto function = [](const std::string &name) {
+        return ".globl " + name + "\n" + name + ":\n.cfi_startproc\nret\n.cfi_endproc\n";
+    };
+    auto source = [&](const char *before, const char *behind) {
+        return object(before, Language::Assembler,
+                      ".text\n.weak_definition _shared\n" + function(before) + function("_shared") + function(behind) +
+                          ".subsections_via_symbols\n",
+                      "");
+    };
+    Frames frames = framesOf(
+        linked(objects(source("_one", "_two"), source("_three", "_four")), {"_one", "_two", "_three", "_four"}));
+    EXPECT_EQ(frames.records, 5u);
+    EXPECT_EQ(frames.usedCommonRecords.size(), 2u);
+    EXPECT_EQ(frames.usedCommonRecords, frames.commonRecords);
 }
 
 // Two objects that may not be cut, as assemblers make them unless they are told otherwise.
