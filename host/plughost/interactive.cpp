@@ -1,141 +1,151 @@
 #include "host/plughost/interactive.h"
 
-#include <clocale>
-#include <cstdlib>
-#include <cstring>
-#include <editline/readline.h>
-#include <filesystem>
 #include <iostream>
+#include <memory>
+#include <sstream>
 #include <unistd.h>
 
 #include "host/plughost/errors.h"
+#include "host/plughost/member_help.h"
+#include "host/plughost/terminal.h"
+#include "host/script/help.h"
+#include "host/script/interruption.h"
 #include "host/script/script.h"
 
 namespace plughost {
 
 namespace {
 
-constexpr int kKeptLines = 1000;
+const char kWelcome[] =
+    "The host's language, line by line. help tells more; Tab completes names; Ctrl-D or Exit ends.\n";
+const char kHelp[] =
+    "help NAME  what the reference says of a member of NSUserDefaultsKTZ; or the declarations of a function,\n"
+    "           a member or the members of a class\n"
+    "vars       the variables, with their types and values\n"
+    "Exit       ends, and so does Ctrl-D\n"
+    "\n"
+    "The value of an expression that stands alone is printed. A block goes on until it is closed, and can\n"
+    "be mended where it has a mistake. Ctrl-C leaves the line, the block or the program that runs.\n";
 
-// In the user's state folder; empty when there is none.
-std::string historyFile()
-{
-    const char *state = getenv("XDG_STATE_HOME");
-    const char *home = getenv("HOME");
-    std::string folder = state && *state ? state : home && *home ? std::string(home) + "/.local/state" : "";
-    if (folder.empty())
-        return folder;
-    std::error_code error;
-    std::filesystem::create_directories(folder + "/plughost", error);
-    return error ? "" : folder + "/plughost/history";
-}
-
-// libedit asks a function without a context of its own.
-script::Conversation *completing = nullptr;
-
-char *nextCompletion(const char *, int state)
-{
-    static std::vector<std::string> names;
-    static size_t next;
-    if (state == 0) {
-        names = completing->completions(std::string(rl_line_buffer, size_t(rl_point)));
-        next = 0;
-    }
-    return next < names.size() ? strdup(names[next++].c_str()) : nullptr;
-}
-
-char **complete(const char *text, int, int)
-{
-    rl_attempted_completion_over = 1; // no names of files
-    return rl_completion_matches(text, nextCompletion);
-}
-
-// Lines from a terminal.
-class Terminal {
+// A conversation with a person at a terminal, or with lines from elsewhere.
+class Talk {
 public:
-    explicit Terminal(script::Conversation &conversation) : _history(historyFile())
-    {
-        completing = &conversation;
-        // Keys that make characters outside of ASCII, also where the environment names no character set.
-        if (!setlocale(LC_CTYPE, "") || MB_CUR_MAX == 1)
-            setlocale(LC_CTYPE, "C.UTF-8");
-        static char name[] = "plughost";
-        static char breaks[] = " \t\n.()\"=<>,+-*/\\^";
-        rl_readline_name = name;
-        rl_initialize();
-        rl_completer_word_break_characters = breaks;
-        rl_basic_word_break_characters = breaks;
-        rl_attempted_completion_function = complete;
-        rl_completion_append_character = '\0';
-        using_history();
-        stifle_history(kKeptLines);
-        if (!_history.empty())
-            read_history(_history.c_str());
-    }
-    ~Terminal()
-    {
-        if (!_history.empty())
-            write_history(_history.c_str());
-    }
-
-    bool read(std::string &line, bool continues)
-    {
-        char *entered = readline(continues ? "... " : "> ");
-        if (!entered) {
-            puts("");
-            return false;
-        }
-        line = entered;
-        if (!line.empty())
-            add_history(entered);
-        free(entered);
-        return true;
-    }
+    Talk();
+    // True when every line could be run.
+    bool run();
 
 private:
-    std::string _history;
+    using Input = Terminal::Input;
+    using Answer = script::Conversation::Answer;
+
+    Input read(size_t number, bool continues, std::string &line, const std::string &begun = "");
+    bool command(const std::string &line);
+    Answer enterBlock();
+    bool mend();
+
+    script::Interruption _interruption;
+    script::Conversation _conversation;
+    std::unique_ptr<Terminal> _terminal; // null when the input is none
+    std::vector<std::string> _block;
+    size_t _firstLine = 1; // of the block
 };
 
-// True when every line could be run. `read` fills in a line, or answers false at the end of the input.
-bool converse(script::Conversation &conversation, const std::function<bool(std::string &line, bool continues)> &read)
+Talk::Talk()
 {
-    using Answer = script::Conversation::Answer;
-    bool allDone = true;
-    std::string entered, line;
-    bool isOpen = false;
-    while (read(line, isOpen)) {
-        if (!isOpen && (line == "Exit" || line == "exit"))
-            return allDone;
-        entered += line + "\n";
-        Answer answer = conversation.enter(entered);
-        isOpen = answer == Answer::WantsMore;
-        if (isOpen)
-            continue;
-        allDone = allDone && answer == Answer::Done;
-        entered.clear();
-    }
-    if (isOpen) { // what is missing now is an error
-        conversation.finish(entered);
-        return false;
-    }
-    return allDone;
+    if (isatty(STDIN_FILENO))
+        _terminal =
+            std::make_unique<Terminal>([this](const std::string &line) { return _conversation.completions(line); });
 }
 
-void run(Session &session)
+Talk::Input Talk::read(size_t number, bool continues, std::string &line, const std::string &begun)
 {
-    script::Conversation conversation;
-    if (!isatty(STDIN_FILENO)) {
-        auto read = [](std::string &line, bool) { return bool(std::getline(std::cin, line)); };
-        bool allDone = converse(conversation, read);
-        session.end();
-        if (!allDone)
-            throw Reported();
-        return;
+    if (_terminal)
+        return _terminal->read(std::to_string(number) + (continues ? ". " : "> "), line, begun);
+    return std::getline(std::cin, line) ? Input::Line : Input::End;
+}
+
+std::string trimmed(const std::string &line)
+{
+    size_t first = line.find_first_not_of(" \t");
+    return first == std::string::npos ? "" : line.substr(first, line.find_last_not_of(" \t") - first + 1);
+}
+
+void help(const std::string &name)
+{
+    std::string text = memberHelp(name);
+    if (text.empty())
+        for (const std::string &declaration : script::declarationsOf(name))
+            text += declaration + "\n";
+    fputs(text.empty() ? ("There is nothing named \"" + name + "\".\n").c_str() : text.c_str(), stdout);
+}
+
+// What is no part of the language; a name of the program's own comes first.
+bool Talk::command(const std::string &line)
+{
+    std::istringstream words(line);
+    std::string first, second, more;
+    words >> first >> second >> more;
+    if (_conversation.knows(first) || !more.empty())
+        return false;
+    if (host::equalIgnoringCase(first, "help"))
+        second.empty() ? void(fputs(kHelp, stdout)) : help(second);
+    else if (host::equalIgnoringCase(first, "vars") && second.empty())
+        for (const std::string &variable : _conversation.variables())
+            puts(variable.c_str());
+    else
+        return false;
+    return true;
+}
+
+Talk::Answer Talk::enterBlock()
+{
+    std::string text;
+    for (const std::string &line : _block)
+        text += line + "\n";
+    return _conversation.enter(text, _firstLine);
+}
+
+// Asks for the line with the mistake again. False when the person wants to leave the block.
+bool Talk::mend()
+{
+    size_t number = _conversation.mistakenLine();
+    std::string &wrong = _block[number - _firstLine], line;
+    if (read(number, true, line, wrong) != Input::Line)
+        return false;
+    wrong = line;
+    return true;
+}
+
+bool Talk::run()
+{
+    if (_terminal)
+        fputs(kWelcome, stdout);
+    bool allDone = true;
+    std::string line;
+    for (Input input;;) {
+        bool continues = !_block.empty();
+        input = read(_firstLine + _block.size(), continues, line);
+        if (input == Input::End || (!continues && host::equalIgnoringCase(trimmed(line), "Exit")))
+            break;
+        _block.push_back(line);
+        Answer answer = input == Input::Cancelled              ? Answer::Failed
+                        : !continues && command(trimmed(line)) ? Answer::Done
+                                                               : enterBlock();
+        while (answer == Answer::Mistaken && _terminal && _block.size() > 1)
+            answer = mend() ? enterBlock() : Answer::Failed;
+        if (answer == Answer::WantsMore)
+            continue;
+        allDone = allDone && answer == Answer::Done;
+        _firstLine += _block.size();
+        _block.clear();
     }
-    puts("The host's language, line by line. Tab completes names; Ctrl-D or Exit ends.");
-    Terminal terminal(conversation);
-    converse(conversation, [&](std::string &line, bool continues) { return terminal.read(line, continues); });
-    session.end();
+    if (_block.empty())
+        return allDone;
+    std::string text; // what is missing now is an error
+    for (const std::string &each : _block)
+        text += each + "\n";
+    _conversation.finish(text, _firstLine);
+    return false;
 }
 
 } // namespace
@@ -145,7 +155,10 @@ int runInteractively(Program &program)
     return runInSession(program.options, [&program](Session &session) {
         if (!program.options.suites.empty() || !program.options.registrations.empty())
             session.defaults(); // applies them
-        run(session);
+        bool allDone = Talk().run();
+        session.end();
+        if (!allDone && !isatty(STDIN_FILENO))
+            throw Reported();
     });
 }
 

@@ -7,10 +7,12 @@
 #include <unistd.h>
 
 #include "host/plughost/errors.h"
+#include "host/script/running.h"
 
 namespace plughost {
 
-static const char kLine[] = "plughost: the stack is used up: by a Dictionary or an array that contains itself, or by "
+static const char kName[] = "plughost: ";
+static const char kLine[] = "the stack is used up: by a Dictionary or an array that contains itself, or by "
                             "methods that call each other without end\n";
 
 // A stack that has grown by less has room left.
@@ -26,8 +28,11 @@ static void handleFault(int signal, siginfo_t *fault, void *context)
     auto stackEnd = uintptr_t(machine->uc_mcontext.gregs[REG_ESP]);
     auto address = uintptr_t(fault->si_addr);
     if (stackStart - stackEnd > kDeep && address + kNear > stackEnd && address < stackEnd + kNear) {
+        ssize_t ignored;
         // Only what a signal handler may call; lines that were printed are out already.
-        ssize_t ignored = write(STDERR_FILENO, kLine, strlen(kLine));
+        if (!script::writeRunningPlace(STDERR_FILENO))
+            ignored = write(STDERR_FILENO, kName, strlen(kName));
+        ignored = write(STDERR_FILENO, kLine, strlen(kLine));
         (void)ignored;
         _exit(kBadInput);
     }

@@ -28,6 +28,11 @@ std::string Function::declaration() const
     return isNothing(result) ? text : text + " As " + nameOf(result);
 }
 
+std::string Function::fullName() const
+{
+    return owner ? owner->name.text + "." + name.text : name.text;
+}
+
 void Checker::attempt(const std::function<void()> &body)
 {
     try {

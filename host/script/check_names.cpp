@@ -5,6 +5,7 @@
 #include "host/script/checker.h"
 #include "host/script/host_members.h"
 #include "host/script/left_out.h"
+#include "host/script/tokens.h"
 
 namespace script {
 
@@ -81,7 +82,7 @@ void Checker::unknownName(const Named &name)
 {
     if (std::string message = leftOutMessage(LeftOutAt::Name, name.text); !message.empty())
         fail(name.place, message);
-    std::vector<std::string> known;
+    std::vector<std::string> known = reservedWords();
     for (const Names<Variable> &scope : _scopes)
         for (const auto &[each, variable] : scope)
             known.push_back(each);

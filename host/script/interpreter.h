@@ -14,6 +14,9 @@ public:
     // Throws Raised and AssertionFailed. The program must outlive the interpreter's objects of its classes.
     void run(const Program &program);
 
+    // What a variable of the program holds.
+    host::Value global(const Variable &variable) const;
+
 private:
     struct Frame {
         std::vector<host::Value> locals;
@@ -22,6 +25,9 @@ private:
     };
     // How a statement ended.
     enum class Flow { Onward, Exit, Continue, Return };
+
+    // What runs now; throws Interrupted when somebody wants it to end.
+    void goOn(const Place &place);
 
     // Statements.
     Flow run(const Block &block);
@@ -84,7 +90,7 @@ private:
     void assign(const Reference &reference, const host::Value &value);
 
     // Whether a loop has to end after a round that ended so.
-    bool leaves(Flow &flow, LoopKind kind);
+    bool leaves(Flow &flow, LoopKind kind, const Place &place);
     const ClassDefinition *definitionOf(const host::Value &object) const;
 
     bool _echoes;

@@ -40,7 +40,7 @@ Type LibraryRow::self() const
     return isExtension ? declaration.parameters.front().type : typeNamed(owner);
 }
 
-static const LibraryRows &rows()
+const LibraryRows &libraryRows()
 {
     static const LibraryRows *all = [] {
         auto *made = new LibraryRows;
@@ -68,7 +68,7 @@ template <class Condition>
 static std::vector<const LibraryRow *> chosen(Condition condition)
 {
     std::vector<const LibraryRow *> found;
-    for (const LibraryRow &row : rows())
+    for (const LibraryRow &row : libraryRows())
         if (condition(row))
             found.push_back(&row);
     return found;
@@ -106,7 +106,7 @@ std::vector<const LibraryRow *> librarySharedMembers(const std::string &owner, c
 
 bool isLibraryOwner(const std::string &name)
 {
-    return std::any_of(rows().begin(), rows().end(),
+    return std::any_of(libraryRows().begin(), libraryRows().end(),
                        [&](const LibraryRow &row) { return row.isShared && host::equalIgnoringCase(row.owner, name); });
 }
 

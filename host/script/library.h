@@ -49,6 +49,7 @@ std::vector<std::string> libraryMemberNames(const Type &object);
 std::vector<std::string> librarySharedNames(const std::string &owner);
 
 using LibraryRows = std::vector<LibraryRow>;
+const LibraryRows &libraryRows();
 
 // One function for each file of library/.
 LibraryRows textRows();

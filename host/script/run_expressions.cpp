@@ -130,6 +130,11 @@ Value &Interpreter::slot(const Use &use)
     return slot(variable);
 }
 
+Value Interpreter::global(const Variable &variable) const
+{
+    return variable.slot < _globals.size() ? _globals[variable.slot] : Value();
+}
+
 const ClassDefinition *Interpreter::definitionOf(const Value &object) const
 {
     for (const ClassDefinition *definition : _classes)
@@ -357,11 +362,11 @@ Value Interpreter::call(const Function &named, const Value &self, const Expressi
         run(function->body);
     } catch (Raised &exception) {
         leave();
-        exception.calls.push_back({function->name.text, place});
+        exception.calls.push_back({function->fullName(), place});
         throw;
     } catch (AssertionFailed &failed) {
         leave();
-        failed.calls.push_back({function->name.text, place});
+        failed.calls.push_back({function->fullName(), place});
         throw;
     } catch (...) {
         leave();

@@ -2,7 +2,9 @@
 #include <cstdio>
 
 #include "host/script/interpreter.h"
+#include "host/script/interruption.h"
 #include "host/script/objects.h"
+#include "host/script/running.h"
 #include "host/script/types.h"
 
 namespace script {
@@ -27,6 +29,13 @@ void Interpreter::run(const Program &program)
     _frame = nullptr;
 }
 
+void Interpreter::goOn(const Place &place)
+{
+    if (Interruption::take())
+        throw Interrupted{place};
+    setRunningPlace(place);
+}
+
 Interpreter::Flow Interpreter::run(const Block &block)
 {
     for (const std::unique_ptr<Statement> &statement : block) {
@@ -39,7 +48,14 @@ Interpreter::Flow Interpreter::run(const Block &block)
 
 Interpreter::Flow Interpreter::run(const Statement &statement)
 {
+    goOn(statement.place);
     return std::visit([&](const auto &node) { return visit(node, statement.place); }, statement.node);
+}
+
+static void say(std::string line)
+{
+    line += '\n';
+    fwrite(line.data(), 1, line.size(), stdout);
 }
 
 // --- Simple statements ---------------------------------------------------------------------------------------------
@@ -75,16 +91,13 @@ Interpreter::Flow Interpreter::visit(const Evaluation &evaluation, const Place &
 {
     Value value = evaluate(*evaluation.expression);
     if (_echoes && !evaluation.ignoresResult && !isNothing(evaluation.expression->type))
-        puts(value.describe().c_str());
+        say(value.describe());
     return Flow::Onward;
 }
 
 Interpreter::Flow Interpreter::visit(const Print &print, const Place &)
 {
-    std::string text = print.text ? evaluate(*print.text, typeNamed("String")).text() : "";
-    text += '\n';
-    fwrite(text.data(), 1, text.size(), stdout);
-    fflush(stdout); // whatever becomes of the program, this was said
+    say(print.text ? evaluate(*print.text, typeNamed("String")).text() : "");
     return Flow::Onward;
 }
 
@@ -147,8 +160,9 @@ Interpreter::Flow Interpreter::visit(const Select &select, const Place &place)
     return run(select.otherwise);
 }
 
-bool Interpreter::leaves(Flow &flow, LoopKind kind)
+bool Interpreter::leaves(Flow &flow, LoopKind kind, const Place &place)
 {
+    goOn(place);
     if (flow == Flow::Onward || flow == Flow::Return)
         return flow == Flow::Return;
     bool isMeant = _leaving == LoopKind::Any || _leaving == kind;
@@ -183,7 +197,7 @@ Interpreter::Flow Interpreter::visit(const ForCount &loop, const Place &place)
         if (!operated(goesOn, current(), last, typeNamed("Boolean"), place).boolean())
             return Flow::Onward;
         Flow flow = run(loop.body);
-        if (leaves(flow, LoopKind::For))
+        if (leaves(flow, LoopKind::For, place))
             return flow;
         Operator next = loop.isDown ? Operator::Subtract : Operator::Add;
         Type wide = isInteger(type) ? typeNamed("Int64") : typeNamed("Double");
@@ -191,7 +205,7 @@ Interpreter::Flow Interpreter::visit(const ForCount &loop, const Place &place)
     }
 }
 
-Interpreter::Flow Interpreter::visit(const ForEach &loop, const Place &)
+Interpreter::Flow Interpreter::visit(const ForEach &loop, const Place &place)
 {
     Value array = evaluate(*loop.array);
     if (array.isNil())
@@ -199,19 +213,19 @@ Interpreter::Flow Interpreter::visit(const ForEach &loop, const Place &)
     for (int32_t i = 0; i < array.count(); i++) {
         setLoopVariable(loop.element, array.at(i));
         Flow flow = run(loop.body);
-        if (leaves(flow, LoopKind::For))
+        if (leaves(flow, LoopKind::For, place))
             return flow;
     }
     return Flow::Onward;
 }
 
-Interpreter::Flow Interpreter::visit(const Loop &loop, const Place &)
+Interpreter::Flow Interpreter::visit(const Loop &loop, const Place &place)
 {
     for (;;) {
         if (loop.before && holds(*loop.before) == loop.untilBefore)
             return Flow::Onward;
         Flow flow = run(loop.body);
-        if (leaves(flow, loop.kind))
+        if (leaves(flow, loop.kind, place))
             return flow;
         if (loop.after && holds(*loop.after) == loop.untilAfter)
             return Flow::Onward;

@@ -12,6 +12,8 @@
 #include "host/script/interpreter.h"
 #include "host/script/parser.h"
 #include "host/script/raised.h"
+#include "host/script/running.h"
+#include "host/script/shortened.h"
 
 namespace script {
 
@@ -20,7 +22,20 @@ namespace script {
 static void print(const Place &place, const std::string &message)
 {
     fflush(stdout);
-    fputs(report(place, message).c_str(), stderr);
+    fputs(report(place, shortened(message)).c_str(), stderr);
+}
+
+// The innermost calls and the outermost one; between them there may be hundreds.
+static void print(const Calls &calls)
+{
+    constexpr size_t most = 8;
+    for (size_t i = 0; i < calls.size(); i++) {
+        if (i == most && calls.size() > most + 1) {
+            fprintf(stderr, "  … %zu more calls\n", calls.size() - most - 1);
+            i = calls.size() - 1;
+        }
+        fprintf(stderr, "  in %s, called at %s\n", calls[i].method.c_str(), nameOf(calls[i].place).c_str());
+    }
 }
 
 static void print(const Raised &exception)
@@ -29,6 +44,13 @@ static void print(const Raised &exception)
     if (int32_t number = exception.object.property("ErrorNumber").int32())
         message += " (error number " + std::to_string(number) + ")";
     print(exception.place, message);
+    print(exception.calls);
+}
+
+static void print(const AssertionFailed &failed)
+{
+    print(failed.place, failed.message.empty() ? "this does not hold" : "this does not hold: " + failed.message);
+    print(failed.calls);
 }
 
 static void print(const ProblemsFound &found)
@@ -42,17 +64,17 @@ static bool reporting(const std::function<void()> &body)
 {
     try {
         body();
-        fflush(stdout);
         return true;
     } catch (const ProblemsFound &found) {
         print(found);
     } catch (const Raised &exception) {
         print(exception);
     } catch (const AssertionFailed &failed) {
-        print(failed.place, failed.message.empty() ? "this does not hold" : "this does not hold: " + failed.message);
+        print(failed);
+    } catch (const Interrupted &interrupted) {
+        fprintf(stderr, "stopped at %s\n", nameOf(interrupted.place).c_str());
     } catch (const std::exception &error) { // of the host itself, such as no memory
-        fflush(stdout);
-        fprintf(stderr, "%s\n", error.what());
+        fprintf(stderr, "%s\n", shortened(error.what()).c_str());
     }
     return false;
 }
@@ -92,6 +114,7 @@ bool runProgram(const std::string &name, const std::string &text)
     std::unique_ptr<Program> program;
     Symbols symbols;
     Interpreter interpreter(false);
+    Running running;
     bool isDone = reporting([&] {
         source = sourceOf(name, text);
         program = parse(source);
@@ -111,6 +134,7 @@ struct Conversation::State {
     std::vector<std::unique_ptr<Program>> programs;
     Symbols symbols;
     Interpreter interpreter{true};
+    size_t mistakenLine = 0;
 };
 
 Conversation::Conversation() : _state(std::make_unique<State>()) {}
@@ -120,32 +144,52 @@ Conversation::~Conversation()
     removeClasses(_state->symbols);
 }
 
-Conversation::Answer Conversation::enter(const std::string &text)
+Conversation::Answer Conversation::enter(const std::string &text, size_t firstLine)
 {
-    Source &source = _state->sources.emplace_back(Source{"input", text});
-    std::unique_ptr<Program> program;
+    Source &source = _state->sources.emplace_back(Source{"input", text, firstLine});
     try {
-        program = parse(source, true);
+        std::unique_ptr<Program> program = parse(source, true);
+        Checker(_state->symbols, true).check(*program);
+        _state->programs.push_back(std::move(program));
     } catch (const ProblemsFound &found) {
-        if (found.problems.front().isIncomplete) {
+        const Problem &first = found.problems.front();
+        if (first.isIncomplete) {
             _state->sources.pop_back();
             return Answer::WantsMore;
         }
         print(found);
-        return Answer::Failed;
+        _state->mistakenLine = lineOf(first.place);
+        return Answer::Mistaken;
     }
-    _state->programs.push_back(std::move(program));
-    bool isDone = reporting([&] {
-        Checker(_state->symbols, true).check(*_state->programs.back());
-        _state->interpreter.run(*_state->programs.back());
-    });
-    return isDone ? Answer::Done : Answer::Failed;
+    Running running;
+    return reporting([&] { _state->interpreter.run(*_state->programs.back()); }) ? Answer::Done : Answer::Failed;
 }
 
-void Conversation::finish(const std::string &text)
+size_t Conversation::mistakenLine() const
 {
-    Source source{"input", text};
+    return _state->mistakenLine;
+}
+
+void Conversation::finish(const std::string &text, size_t firstLine)
+{
+    Source source{"input", text, firstLine};
     reporting([&] { parse(source, true); });
+}
+
+bool Conversation::knows(const std::string &name) const
+{
+    const Symbols &symbols = _state->symbols;
+    return symbols.globals.count(name) || symbols.functions.count(name) || symbols.classes.count(name) ||
+           symbols.enumerations.count(name);
+}
+
+std::vector<std::string> Conversation::variables() const
+{
+    std::vector<std::string> lines;
+    for (const auto &[name, variable] : _state->symbols.globals)
+        lines.push_back(variable.name.text + " As " + nameOf(variable.type) + " = " +
+                        shortened(_state->interpreter.global(variable).describe()));
+    return lines;
 }
 
 static bool isWordCharacter(char c)

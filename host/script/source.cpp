@@ -21,26 +21,45 @@ static size_t characters(const std::string &utf8)
     return size_t(std::count_if(utf8.begin(), utf8.end(), startsCharacter));
 }
 
+static size_t startOfLine(const Place &place)
+{
+    size_t offset = std::min(place.offset, place.source->text.size());
+    return offset == 0 ? 0 : place.source->text.rfind('\n', offset - 1) + 1;
+}
+
+size_t lineOf(const Place &place)
+{
+    auto first = place.source->text.begin();
+    return size_t(std::count(first, first + ptrdiff_t(startOfLine(place)), '\n')) + place.source->firstLine;
+}
+
+static std::string textBefore(const Place &place)
+{
+    size_t start = startOfLine(place);
+    return place.source->text.substr(start, place.offset - start);
+}
+
+std::string nameOf(const Place &place)
+{
+    return place.source->name + ":" + std::to_string(lineOf(place)) + ":" +
+           std::to_string(characters(textBefore(place)) + 1);
+}
+
 std::string report(const Place &place, const std::string &message)
 {
     const std::string &text = place.source->text;
-    size_t offset = std::min(place.offset, text.size());
-    size_t start = offset == 0 ? 0 : text.rfind('\n', offset - 1) + 1;
-    size_t end = std::min(text.find('\n', offset), text.size());
-    size_t line = size_t(std::count(text.begin(), text.begin() + ptrdiff_t(start), '\n')) + place.source->firstLine;
-
-    std::string shown = text.substr(start, end - start);
-    std::string before = text.substr(start, offset - start);
-    std::string marked = text.substr(offset, std::min(place.length, end - offset));
+    size_t start = startOfLine(place);
+    size_t end = std::min(text.find('\n', start), text.size());
+    std::string marked = text.substr(place.offset, std::min(place.length, end - place.offset));
 
     // Tabs stay tabs, so that the caret stands below its character however wide they are.
     std::string padding;
-    for (char c : before)
+    for (char c : textBefore(place))
         if (startsCharacter(c))
             padding += c == '\t' ? '\t' : ' ';
     size_t width = std::max<size_t>(characters(marked), 1);
-    return place.source->name + ":" + std::to_string(line) + ":" + std::to_string(characters(before) + 1) + ": " +
-           message + "\n" + shown + "\n" + padding + "^" + std::string(width - 1, '~') + "\n";
+    return nameOf(place) + ": " + message + "\n" + text.substr(start, end - start) + "\n" + padding + "^" +
+           std::string(width - 1, '~') + "\n";
 }
 
 // --- Files ---------------------------------------------------------------------------------------------------------

@@ -31,6 +31,10 @@ Place spanning(const Place &first, const Place &last);
 // Columns count characters from 1.
 std::string report(const Place &place, const std::string &message);
 
+size_t lineOf(const Place &place);
+// NAME:LINE:COLUMN
+std::string nameOf(const Place &place);
+
 // What is wrong with a program, found before anything of it is run.
 struct Problem {
     Place place;

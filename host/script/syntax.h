@@ -314,6 +314,7 @@ struct Function {
     size_t slots = 0; // local variables, the parameters first
     Place end;
     std::string declaration() const; // as messages show it
+    std::string fullName() const;    // with its class in front
 };
 
 struct ClassDefinition {

@@ -49,7 +49,6 @@ void writeLine(FILE *stream, const Value &text)
 {
     std::string line = text.text() + "\n";
     fwrite(line.data(), 1, line.size(), stream);
-    fflush(stream);
 }
 
 constexpr int kFirstButton = 1;

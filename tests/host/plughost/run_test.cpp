@@ -66,8 +66,9 @@ TEST(Run, SaysThatSomethingContainsItselfAndKeepsWhatWasPrinted)
                                                    std::string(container));
         EXPECT_EQ(result.status, 1);
         EXPECT_EQ(result.output, "before\n");
-        EXPECT_EQ(result.errors, "plughost: the stack is used up: by a Dictionary or an array that contains itself, or "
-                                 "by methods that call each other without end\n");
+        EXPECT_EQ(result.errors,
+                  "standard input:5: the stack is used up: by a Dictionary or an array that contains itself, or "
+                  "by methods that call each other without end\n");
     }
 }
 
@@ -84,6 +85,21 @@ TEST(Run, EndsWithStatusOneWhenItCannotGoOn)
     Result result = plughost({"run", "/nowhere/file.xojo_script"});
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(result.errors.rfind("plughost: ", 0), 0u) << result.errors;
+}
+
+TEST(Interactive, ShowsWhatContainsItself)
+{
+    Result result = plughost({}, "Dim d As New Dictionary\nd.Value(\"self\") = d\nd\nvars\nPrint \"on\"\n");
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.output.rfind("{\"self\": {\"self\": ", 0), 0u) << result.output;
+    EXPECT_EQ(result.output.substr(result.output.size() - 4), "\non\n");
+}
+
+TEST(Interactive, CountsLinesOverTheWholeInput)
+{
+    Result result = plughost({}, "Dim n As Integer\nIf True Then\nPrint \"a\"\nEnd If\nPrint n\n");
+    EXPECT_EQ(result.output, "a\n");
+    EXPECT_EQ(result.errors, "input:5:7: what is printed must be a String, not an Integer\nPrint n\n      ^\n");
 }
 
 TEST(Interactive, ReadsLinesQuietlyFromAnInputThatIsNoTerminal)

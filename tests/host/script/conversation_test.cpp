@@ -82,19 +82,21 @@ TEST_F(Conversations, WantMoreUntilABlockIsClosed)
 TEST_F(Conversations, AMistakeLeavesEverythingAsItWas)
 {
     using Answer = Conversation::Answer;
-    EXPECT_EQ(enter("Dim n As Integer = \"a\"", Answer::Failed).errors,
+    EXPECT_EQ(enter("Dim n As Integer = \"a\"", Answer::Mistaken).errors,
               "input:1:20: \"n\" must be an Integer, not a String\nDim n As Integer = \"a\"\n                   ^~~\n");
-    EXPECT_EQ(enter("n", Answer::Failed).errors, "input:1:1: there is nothing named \"n\"\nn\n^\n");
-    enter("Class Own\nDim a As Nowhere\nEnd Class", Answer::Failed);
+    EXPECT_EQ(enter("n", Answer::Mistaken).errors, "input:1:1: there is nothing named \"n\"\nn\n^\n");
+    enter("Class Own\nDim a As Nowhere\nEnd Class", Answer::Mistaken);
     enter("Class Own\nDim a As Integer\nEnd Class");
-    EXPECT_EQ(enter("Print )", Answer::Failed).errors, "input:1:7: expected a value, found \")\"\nPrint )\n      ^\n");
+    EXPECT_EQ(enter("Print )", Answer::Mistaken).errors,
+              "input:1:7: expected a value, found \")\"\nPrint )\n      ^\n");
 }
 
 TEST_F(Conversations, AnExceptionEndsItsLineOnly)
 {
     using Answer = Conversation::Answer;
     enter("Dim d As Dictionary\nSub Fail\nd.Clear\nEnd Sub");
-    EXPECT_EQ(enter("Fail", Answer::Failed).errors, "input:3:1: NilObjectException: This is Nil.\nd.Clear\n^\n");
+    EXPECT_EQ(enter("Fail", Answer::Failed).errors, "input:3:1: NilObjectException: This is Nil.\nd.Clear\n^\n"
+                                                    "  in Fail, called at input:1:1\n");
     enter("d = New Dictionary");
     EXPECT_EQ(enter("d.Count").output, "0\n");
 }
@@ -118,4 +120,38 @@ TEST_F(Conversations, CompleteMembersAndNames)
     EXPECT_THAT(conversation->completions("Print Upp"), ElementsAre("Uppercase"));
     EXPECT_THAT(conversation->completions("whi"), ElementsAre("While"));
     EXPECT_THAT(conversation->completions("zzz"), ElementsAre());
+}
+
+TEST_F(Conversations, MistakesNameTheirLine)
+{
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(conversation->enter("For i As Integer = 1 To 2\nPrint i\nNext", 5), Conversation::Answer::Mistaken);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "input:6:7: what is printed must be a String, not an Integer\nPrint i\n      ^\n");
+    EXPECT_EQ(conversation->mistakenLine(), 6u);
+}
+
+TEST_F(Conversations, TellTheirVariables)
+{
+    enter("Dim n As Integer = 4, names() As String = Array(\"a\")");
+    enter("Dim d As Date");
+    EXPECT_THAT(conversation->variables(),
+                ElementsAre("d As Date = nil", "n As Integer = 4", "names As String() = [\"a\"]"));
+    EXPECT_TRUE(conversation->knows("NAMES"));
+    EXPECT_FALSE(conversation->knows("vars"));
+}
+
+TEST_F(Conversations, TakeCallsWithoutBrackets)
+{
+    enter("Dim d As NSUserDefaultsKTZ = NSUserDefaultsKTZ.standardUserDefaults");
+    enter("d.setIntegerValue \"x\", 7");
+    EXPECT_EQ(enter("d.integerForKey(\"x\")").output, "7\n");
+    enter("Sub Say(a As String, b As String)\nPrint a + b\nEnd Sub");
+    EXPECT_EQ(enter("Say \"a\", \"b\"").output, "ab\n");
+    EXPECT_EQ(enter("MsgBox \"text\"").output, "text\n");
+    EXPECT_EQ(enter("Call Len(\"a\")").output, "");
+    EXPECT_EQ(enter("d IsA NSUserDefaultsKTZ").output, "true\n");
+    EXPECT_EQ(enter("Len(\"a\") + 1").output, "2\n");
+    EXPECT_EQ(enter("d.integerForKey(\"x\") = 7").output, ""); // stores, as in a program
+    EXPECT_EQ(enter("#If TargetMacOS\nPrint \"mac\"\n#EndIf").output, "mac\n");
 }

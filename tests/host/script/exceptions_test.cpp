@@ -75,7 +75,8 @@ TEST_F(Exceptions, ThatNobodyCatchesAreReportedWhereTheyWereRaised)
          "p:2:28: OutOfBoundsException: The index is 5, and the array's upper bound is 0.\n"
          "Dim s As String = a(0) + a(5)\n                           ^\n"},
         {"Sub Fail(n As Integer)\n  Raise New RuntimeException(\"text\", n)\nEnd Sub\nFail(7)",
-         "p:2:3: RuntimeException: text (error number 7)\n  Raise New RuntimeException(\"text\", n)\n  ^~~~~\n"},
+         "p:2:3: RuntimeException: text (error number 7)\n  Raise New RuntimeException(\"text\", n)\n  ^~~~~\n"
+         "  in Fail, called at p:4:1\n"},
         {"Try\nRaise New KeyNotFoundException(\"k\")\nCatch e As OutOfBoundsException\nEnd Try",
          "p:2:1: KeyNotFoundException: k\nRaise New KeyNotFoundException(\"k\")\n^~~~~\n"},
     });
@@ -99,4 +100,35 @@ TEST_F(Exceptions, WhatWasPrintedBeforeStays)
     EXPECT_FALSE(ran.isDone);
     EXPECT_EQ(ran.output, "before\n");
     EXPECT_EQ(ran.errors, "p:2:1: RuntimeException: text\nRaise New RuntimeException(\"text\")\n^~~~~\n");
+}
+
+TEST_F(Exceptions, TellTheCallsThatLedThere)
+{
+    const std::string deep =
+        "Class Own\nSub Constructor(n As Integer)\nDown(n)\nEnd Sub\nEnd Class\n"
+        "Sub Down(n As Integer)\nIf n = 0 Then Raise New RuntimeException(\"text\")\nDown(n - 1)\nEnd Sub\n";
+    expectErrors({
+        {deep + "Dim o As New Own(1)",
+         "p:7:15: RuntimeException: text\nIf n = 0 Then Raise New RuntimeException(\"text\")\n              ^~~~~\n"
+         "  in Down, called at p:8:1\n  in Down, called at p:3:1\n  in Own.Constructor, called at p:10:10\n"},
+        {deep + "Down(100)",
+         "p:7:15: RuntimeException: text\nIf n = 0 Then Raise New RuntimeException(\"text\")\n              ^~~~~\n"
+         "  in Down, called at p:8:1\n  in Down, called at p:8:1\n  in Down, called at p:8:1\n"
+         "  in Down, called at p:8:1\n  in Down, called at p:8:1\n  in Down, called at p:8:1\n"
+         "  in Down, called at p:8:1\n  in Down, called at p:8:1\n  … 92 more calls\n"
+         "  in Down, called at p:10:1\n"},
+        {"Sub S\nAssert 1 = 2\nEnd Sub\nS",
+         "p:2:8: this does not hold\nAssert 1 = 2\n       ^~~~~\n  in S, called at p:4:1\n"},
+        {"Sub S(n As Integer)\nTry\nRaise New RuntimeException(Str(n))\nCatch e\nRaise e\nEnd Try\nEnd Sub\nS(4)",
+         "p:5:1: RuntimeException: 4\nRaise e\n^~~~~\n  in S, called at p:8:1\n"},
+    });
+}
+
+TEST_F(Exceptions, OfSeveralKilobytesAreShortened)
+{
+    script_test::Ran ran = run("Dim s As String = \"ü\"\nWhile LenB(s) < 10000\ns = s + s\nWend\n"
+                               "Raise New RuntimeException(s)");
+    EXPECT_EQ(ran.errors.rfind("p:5:1: RuntimeException: üü", 0), 0u);
+    EXPECT_NE(ran.errors.find("ü… (and 7,901 more characters)\nRaise New"), std::string::npos) << ran.errors;
+    EXPECT_LT(ran.errors.size(), 800u);
 }
