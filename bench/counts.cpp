@@ -91,18 +91,18 @@ void countAll(Ground &ground, Cases &cases, const std::regex &only)
 
 int main(int argc, char **argv)
 {
-    const Configuration *configuration = argc == 3 || argc == 4 ? configurationNamed(argv[1]) : nullptr;
+    const Configuration *configuration = argc == 2 || argc == 3 ? configurationNamed(argv[1]) : nullptr;
     if (!configuration) {
-        fprintf(stderr, "usage: bench_counts CONFIGURATION check|full [EXPRESSION-FOR-NAMES]\n");
+        fprintf(stderr, "usage: bench_counts CONFIGURATION [EXPRESSION-FOR-NAMES]\n");
         return 2;
     }
-    const std::regex only(argc == 4 ? argv[3] : "");
+    const std::regex only(argc == 3 ? argv[2] : "");
     void *pool = newPool();
     static Ground ground(*configuration);
     static Cases start, steady;
     addStart(start, ground);
     countAll(ground, start, std::regex("")); // the others need what these begin
-    addSteady(steady, ground, extentNamed(argv[2], Extent::Counted));
+    addSteady(steady, ground, Extent::Counted);
     countAll(ground, steady, only);
     endPool(pool);
     return 0;

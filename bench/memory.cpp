@@ -49,7 +49,7 @@ int main(int argc, char **argv)
     auto weights = nlohmann::json::array();
     for (Case &each : start.all())
         weights.push_back(weigh(each));
-    addSteady(steady, ground, extentNamed(argv[2], Extent::Everything));
+    addSteady(steady, ground, extentNamed(argv[2]));
     for (Case &each : steady.all()) {
         if (each.through) {
             if (each.size < 100000)

@@ -55,7 +55,7 @@ int main(int argc, char **argv)
         each.through();
         settle(each);
     }
-    addSteady(steady, ground, extentNamed(argv[2], Extent::Everything));
+    addSteady(steady, ground, extentNamed(argv[2]));
     for (Case &each : steady.all()) {
         for (bool byHand : {true, false}) {
             const std::function<void()> &side = byHand ? each.hand : each.through;

@@ -1,4 +1,4 @@
-// bench_report FOLDER BUDGETS [--json FILE] [--svg FILE] [--markdown FILE] [--brief]
+// bench_report FOLDER BUDGETS [--json FILE] [--svg FILE] [--pages FOLDER] [--brief]
 //
 // Reads what the runs left in FOLDER/linux and FOLDER/macos, one for each file of the plug-in, prints the tables and
 // judges the budgets. Status 1 when one is missed.
@@ -6,6 +6,8 @@
 // bench_report --judged BUDGETS
 //
 // Prints an expression for the names of the cases that the budgets look at.
+#include "bench/report/as_json.h"
+#include "bench/report/pages.h"
 #include "bench/report/plot.h"
 #include "bench/report/results.h"
 #include "bench/report/table.h"
@@ -21,7 +23,7 @@ using nlohmann::json;
 namespace {
 
 struct Options {
-    std::string folder, budgets, json, svg, markdown;
+    std::string folder, budgets, json, svg, pages;
     bool brief = false; // the budgets alone
 };
 
@@ -36,8 +38,8 @@ bool parse(int argc, char **argv, Options *options)
             options->json = argv[++i];
         else if (argument == "--svg" && i + 1 < argc)
             options->svg = argv[++i];
-        else if (argument == "--markdown" && i + 1 < argc)
-            options->markdown = argv[++i];
+        else if (argument == "--pages" && i + 1 < argc)
+            options->pages = argv[++i];
         else
             plain.push_back(argument);
     }
@@ -87,7 +89,7 @@ int main(int argc, char **argv)
 try {
     Options options;
     if (!parse(argc, argv, &options)) {
-        std::cerr << "usage: bench_report FOLDER BUDGETS [--json FILE] [--svg FILE] [--markdown FILE] [--brief]\n"
+        std::cerr << "usage: bench_report FOLDER BUDGETS [--json FILE] [--svg FILE] [--pages FOLDER] [--brief]\n"
                      "       bench_report --judged BUDGETS\n";
         return 2;
     }
@@ -109,11 +111,12 @@ try {
     if (!options.json.empty())
         std::ofstream(options.json) << asJson(results, judged, others).dump(1) << "\n";
     if (!options.svg.empty())
-        std::ofstream(options.svg) << plot(results.linuxFile.all());
+        std::ofstream(options.svg) << plot(results.linuxFile);
 
-    if (!options.markdown.empty()) {
-        std::ofstream markdown(options.markdown);
-        printMarkdown(markdown, results, judged, others);
+    if (!options.pages.empty()) {
+        std::ofstream summary(options.pages + "/summary.md"), tables(options.pages + "/tables.md");
+        printSummary(summary, results, others);
+        printTables(tables, results, judged);
     }
 
     for (const Judged &each : judged)

@@ -1,5 +1,8 @@
 #include "bench/report/plot.h"
 
+#include "bench/report/numbers.h"
+#include "bench/report/pages.h"
+
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
@@ -7,26 +10,6 @@
 namespace bench {
 
 namespace {
-
-// What the picture shows: cases whose costs can stand beside each other, on the newest host that keeps everything.
-const char *const kShown[] = {
-    "integerForKey(key as string) as integer, key of 8",
-    "integerForKey(key as string) as integer, key of 64",
-    "setIntegerValue(key as string, value as integer), key of 8",
-    "doubleForKey(key as string) as double, key of 8",
-    "boolForKey(key as string) as boolean, key of 8",
-    "stringForKey(key as string) as string",
-    "setStringValue(key as string, value as string)",
-    "dataForKey(key as string) as memoryblock",
-    "setDataValue(key as string, value as memoryblock)",
-    "variantForKey(key as string) as variant",
-    "setVariantValue(key as string, value as variant)",
-    "stringArrayForKey(key as string) as string()",
-    "setStringArrayValue(key as string, values() as string)",
-    "arrayForKey(key as string) as variant()",
-    "setArrayValue(key as string, values() as variant)",
-    "standardUserDefaults as NSUserDefaultsKTZ",
-};
 
 struct Band {
     const char *title, *colour;
@@ -65,13 +48,14 @@ std::string bar(double x, double y, double width, const char *colour)
 
 } // namespace
 
-std::string plot(const std::vector<Result> &results)
+std::string plot(const Results &results)
 {
     std::vector<const Result *> shown;
-    for (const char *name : kShown)
-        for (const Result &result : results)
-            if (result.name == name && result.through)
-                shown.push_back(&result);
+    for (const std::string &name : kChosenCases) {
+        const Result *result = results.find(kHostOfAllCases, name);
+        if (result && result->through)
+            shown.push_back(result);
+    }
     double most = 1;
     for (const Result *result : shown)
         most = std::max(most, result->through->total());

@@ -6,6 +6,6 @@
 namespace bench {
 
 // An SVG: for the members with small arguments, what a call costs and who spends it.
-std::string plot(const std::vector<Result> &results);
+std::string plot(const Results &results);
 
 } // namespace bench
