@@ -99,6 +99,7 @@ int main(int argc, char **argv)
     const std::regex only(argc == 3 ? argv[2] : "");
     void *pool = newPool();
     static Ground ground(*configuration);
+    CALLGRIND_START_INSTRUMENTATION; // the start of Foundation and AppKit goes without
     static Cases start, steady;
     addStart(start, ground);
     countAll(ground, start, std::regex("")); // the others need what these begin

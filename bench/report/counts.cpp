@@ -253,8 +253,8 @@ std::vector<Count> readCounts(const std::string &path, const std::string &config
         }
     }
     finish();
-    if (counts.empty())
-        throw std::runtime_error("there are no counts in " + path);
+    if (std::none_of(counts.begin(), counts.end(), [](const Count &count) { return count.own > 0; }))
+        throw std::runtime_error("there are no counts of the plug-in in " + path);
     return counts;
 }
 

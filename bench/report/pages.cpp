@@ -42,7 +42,8 @@ std::string ratio(std::optional<double> value, std::optional<double> beside)
 
 void printCalls(std::ostream &out, const Measurements &measurements)
 {
-    out << "| call | ns by Cocoa alone | ns through the class | times as long | instructions of all | the plug-in's "
+    out << "\n## One call\n\n| call | ns by Cocoa alone | ns through the class | times as long | instructions of all | "
+           "the plug-in's "
            "own, "
            "Linux file | macOS file |\n|---|---:|---:|---:|---:|---:|---:|\n";
     for (const std::string &name : kChosenCases) {
@@ -65,7 +66,7 @@ std::optional<double> each(std::optional<double> whole, long count)
 void printGrowth(std::ostream &out, const Results &results)
 {
     const long sizes[] = {10, 1000, 100000, 1000000};
-    out << "\n| ns for each element |";
+    out << "\n## How it grows\n\n| ns for each element |";
     for (long size : sizes)
         out << " of " << whole(double(size)) << " |";
     out << "\n|---|---:|---:|---:|---:|\n";
@@ -86,7 +87,8 @@ void printGrowth(std::ostream &out, const Results &results)
 
 void printOtherWays(std::ostream &out, const Results &results, const json &others)
 {
-    out << "\n| another way | ns | through the class, ns | by Cocoa alone, ns |\n|---|---:|---:|---:|\n";
+    out << "\n## Other ways\n\n| another way | ns | through the class, ns | by Cocoa alone, ns "
+           "|\n|---|---:|---:|---:|\n";
     for (const json &way : others.at("ways")) {
         const Result *ours = results.find(kHostOfAllCases, way.at("beside"));
         out << "| " << way.at("what").get<std::string>() << " | " << whole(way.at("nanoseconds").get<double>()) << " | "
@@ -141,6 +143,7 @@ void printSummary(std::ostream &out, const Measurements &measurements, const jso
     printGrowth(out, measurements.linuxFile);
     if (!others.is_null())
         printOtherWays(out, measurements.linuxFile, others);
+    out << "\n";
 }
 
 void printTables(std::ostream &out, const Measurements &measurements, const std::vector<Judged> &judged)

@@ -29,8 +29,8 @@ plugin() {
 count() {
     local log="$results/$1/log-$2"
     PLUGIN_UNDER_TEST=$(plugin "$1") LD_BIND_NOW=1 "$tree/run-env" --fresh-defaults valgrind -q --tool=callgrind \
-        --collect-atstart=no --combine-dumps=yes --dump-line=no --callgrind-out-file="$results/$1/counts-$2.out" \
-        "$tree/bench_counts" "$2" "$cases" 2>"$log" ||
+        --instr-atstart=no --collect-atstart=no --combine-dumps=yes --dump-line=no \
+        --callgrind-out-file="$results/$1/counts-$2.out" "$tree/bench_counts" "$2" "$cases" 2>"$log" ||
         { cat "$log" >&2 && return 1; }
 }
 
