@@ -32,11 +32,11 @@ test: build ## build and run every test; the last line counts them
 test-macos: build ## the macOS plug-in's tests at every level of optimisation and with both kinds of fix-ups (minutes)
 	@tools/test-macos-variants.sh $(preset)
 
-bench: configure ## what a call through the plug-in costs, as a table, JSON and a plot in build/linux-i386/bench
+bench: configure ## what a call through the plug-in costs, as tables, JSON and a plot in build/linux-i386/bench
 	@$(build) bench
 	@tools/bench/run.sh full build/$(preset)
 
-bench-check: configure ## count instructions; status 1 when a budget of bench/budgets.json is missed
+bench-check: configure ## count both files' instructions; status 1 when a budget of bench/budgets.json is missed
 	@$(build) bench
 	@tools/bench/run.sh check build/$(preset)
 
