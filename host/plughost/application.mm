@@ -1,6 +1,7 @@
 #include "host/plughost/application.h"
 
 #include "host/plughost/errors.h"
+#include "host/script/shortened.h"
 
 #import <AppKit/AppKit.h>
 #import <Foundation/Foundation.h>
@@ -39,7 +40,7 @@ static void endWithOneLine(NSException *exception)
     if (what.find("NewNSExceptionKTZ:") != std::string::npos && !lastRaised.empty())
         what = lastRaised;
     fflush(stdout);
-    fprintf(stderr, "plughost: a Cocoa exception ended the host: %s\n", oneLine(what).c_str());
+    fprintf(stderr, "plughost: a Cocoa exception ended the host: %s\n", script::shortened(oneLine(what)).c_str());
     _exit(kBadInput);
 }
 

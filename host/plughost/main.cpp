@@ -10,6 +10,7 @@
 #include "host/plughost/errors.h"
 #include "host/plughost/interactive.h"
 #include "host/plughost/program.h"
+#include "host/script/shortened.h"
 
 namespace plughost {
 
@@ -76,7 +77,7 @@ static void addCommands(Program &program)
 
 static int printError(const char *message, int status)
 {
-    fprintf(stderr, "plughost: %s\n", message);
+    fprintf(stderr, "plughost: %s\n", script::shortened(message).c_str());
     return status;
 }
 

@@ -9,6 +9,7 @@
 #include "host/plughost/files.h"
 #include "host/plughost/json_value.h"
 #include "host/plughost/stack_guard.h"
+#include "host/script/shortened.h"
 #ifdef PLUGHOST_MACHORUN
 #include "tools/machorun/host_loader.h"
 #endif
@@ -102,7 +103,7 @@ static void printLine(std::string line)
 {
     // Cocoa describes collections over several lines.
     std::replace(line.begin(), line.end(), '\n', ' ');
-    fprintf(stderr, "plughost: %s\n", line.c_str());
+    fprintf(stderr, "plughost: %s\n", script::shortened(line).c_str());
 }
 
 static void printRaised(const std::vector<host::RaisedException> &raised)

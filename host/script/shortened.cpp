@@ -21,14 +21,17 @@ static std::string grouped(std::ptrdiff_t number)
 
 std::string shortened(const std::string &utf8)
 {
-    constexpr size_t most = 1000, kept = 600;
+    constexpr size_t most = 1000, atStart = 400, atEnd = 200;
     if (utf8.size() <= most)
         return utf8;
-    size_t end = kept;
-    while (!startsCharacter(utf8[end]))
-        end--;
-    auto left = std::count_if(utf8.begin() + std::ptrdiff_t(end), utf8.end(), startsCharacter);
-    return utf8.substr(0, end) + "… (and " + grouped(left) + " more characters)";
+    size_t first = atStart, last = utf8.size() - atEnd;
+    while (!startsCharacter(utf8[first]))
+        first--;
+    while (!startsCharacter(utf8[last]))
+        last++;
+    auto left =
+        std::count_if(utf8.begin() + std::ptrdiff_t(first), utf8.begin() + std::ptrdiff_t(last), startsCharacter);
+    return utf8.substr(0, first) + " … (" + grouped(left) + " more characters) … " + utf8.substr(last);
 }
 
 } // namespace script

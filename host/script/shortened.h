@@ -5,7 +5,7 @@
 
 namespace script {
 
-// The beginning of a long text, with the number of characters that are left out behind it.
+// The beginning and the end of a long text, with the number of characters that are left out between them.
 std::string shortened(const std::string &utf8);
 
 } // namespace script

@@ -103,3 +103,16 @@ TEST(WrongPlugin, IsOneLineAndStatusOne)
         EXPECT_EQ(result.errors.find('\n'), result.errors.size() - 1) << result.errors;
     }
 }
+
+TEST(Usage, ShortensMessagesOfSeveralKilobytes)
+{
+    std::string deep;
+    for (int i = 0; i < 2500; i++)
+        deep += "{\"key\":";
+    Result result = plughost({"set", "dictionary", "D", deep});
+    EXPECT_NE(result.status, 0);
+    EXPECT_LT(result.errors.size(), 1200u);
+    result = plughost({"get", "string", "K", "--host", std::string(10000, 'x')});
+    EXPECT_NE(result.errors.find("x … (9,"), std::string::npos) << result.errors;
+    EXPECT_LT(result.errors.size(), 1200u);
+}

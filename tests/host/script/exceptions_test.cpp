@@ -129,6 +129,6 @@ TEST_F(Exceptions, OfSeveralKilobytesAreShortened)
     script_test::Ran ran = run("Dim s As String = \"ü\"\nWhile LenB(s) < 10000\ns = s + s\nWend\n"
                                "Raise New RuntimeException(s)");
     EXPECT_EQ(ran.errors.rfind("p:5:1: RuntimeException: üü", 0), 0u);
-    EXPECT_NE(ran.errors.find("ü… (and 7,901 more characters)\nRaise New"), std::string::npos) << ran.errors;
+    EXPECT_NE(ran.errors.find("ü … (7,901 more characters) … ü"), std::string::npos) << ran.errors;
     EXPECT_LT(ran.errors.size(), 800u);
 }
