@@ -1,7 +1,9 @@
 #include "host/plughost/interactive.h"
 
+#include <algorithm>
 #include <iostream>
 #include <memory>
+#include <optional>
 #include <sstream>
 #include <unistd.h>
 
@@ -43,7 +45,7 @@ private:
     Answer enterBlock();
     bool mend();
 
-    script::Interruption _interruption;
+    std::optional<script::Interruption> _interruption; // at a terminal; elsewhere Ctrl-C ends the process
     script::Conversation _conversation;
     std::unique_ptr<Terminal> _terminal; // null when the input is none
     std::vector<std::string> _block;
@@ -52,9 +54,10 @@ private:
 
 Talk::Talk()
 {
-    if (isatty(STDIN_FILENO))
-        _terminal =
-            std::make_unique<Terminal>([this](const std::string &line) { return _conversation.completions(line); });
+    if (!isatty(STDIN_FILENO))
+        return;
+    _interruption.emplace();
+    _terminal = std::make_unique<Terminal>([this](const std::string &line) { return _conversation.completions(line); });
 }
 
 Talk::Input Talk::read(size_t number, bool continues, std::string &line, const std::string &begun)
@@ -108,7 +111,7 @@ Talk::Answer Talk::enterBlock()
 // Asks for the line with the mistake again. False when the person wants to leave the block.
 bool Talk::mend()
 {
-    size_t number = _conversation.mistakenLine();
+    size_t number = std::min(_conversation.mistakenLine(), _firstLine + _block.size() - 1);
     std::string &wrong = _block[number - _firstLine], line;
     if (read(number, true, line, wrong) != Input::Line)
         return false;

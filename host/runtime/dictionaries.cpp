@@ -1,8 +1,9 @@
 #include "host/runtime/dictionaries.h"
 
-#include <cctype>
+#include <clocale>
 #include <cmath>
 #include <cstring>
+#include <cwctype>
 
 #include "host/runtime/dates.h"
 #include "host/runtime/exceptions.h"
@@ -28,6 +29,20 @@ std::string numberKey(const Value &key)
     return text;
 }
 
+// Of every alphabet, whatever the environment's locale is.
+std::string lowercase(const std::string &utf8)
+{
+    static const locale_t locale = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
+    std::string units = convertText(utf8, kUTF8, kUTF32).value_or("");
+    for (size_t at = 0; at + sizeof(char32_t) <= units.size(); at += sizeof(char32_t)) {
+        char32_t unit;
+        memcpy(&unit, &units[at], sizeof unit);
+        unit = char32_t(towlower_l(wint_t(unit), locale));
+        memcpy(&units[at], &unit, sizeof unit);
+    }
+    return units;
+}
+
 std::string stringKey(const Value &key)
 {
     if (key.isNullHandle())
@@ -35,10 +50,7 @@ std::string stringKey(const Value &key)
     std::optional<std::string> text = convertText(key.bytes(), key.encoding(), kUTF8);
     if (!text)
         return "b" + key.bytes();
-    if (state().profile.caseInsensitiveKeys)
-        for (char &c : *text)
-            c = char(tolower(static_cast<unsigned char>(c)));
-    return "s" + *text;
+    return "s" + (state().profile.caseInsensitiveKeys ? lowercase(*text) : *text);
 }
 
 DictionaryPayload *expectDictionary(const void *record, const char *user)

@@ -204,8 +204,8 @@ void Checker::declareFunction(Function &function)
     if (isTaken)
         fail(function.name.place, "there is a \"" + function.name.text +
                                       "\" already; overloaded methods are not part of this language here");
-    if (!function.owner)
-        needNewName(function.name);
+    if (!function.owner && (isClass(function.name.text) || _symbols.enumerations.count(function.name.text)))
+        fail(function.name.place, "there is a \"" + function.name.text + "\" already");
     bool isBehindOptional = false;
     for (Function::Parameter &parameter : function.parameters) {
         parameter.variable.type = resolve(parameter.type);
@@ -239,7 +239,8 @@ void Checker::declare(Variable &variable, const Type &type)
     const std::string &name = variable.name.text;
     bool isGlobal = !_function && _scopes.size() <= 1;
     if (isGlobal) {
-        needNewName(variable.name);
+        if (_symbols.functions.count(name) || _symbols.classes.count(name) || _symbols.enumerations.count(name))
+            fail(variable.name.place, "there is a \"" + name + "\" already");
         auto known = _symbols.globals.find(name);
         if (known != _symbols.globals.end() && known->second.name.place.source == variable.name.place.source)
             fail(variable.name.place, "there is a variable \"" + name + "\" already");

@@ -282,11 +282,14 @@ Interpreter::Flow Interpreter::visit(const Try &attempt, const Place &)
             return finally;
         throw;
     }
-    Value result = _frame->result; // of a Return, which comes after Finally
+    // Of a Return or an Exit, which comes after Finally.
+    Value result = _frame->result;
+    LoopKind leaving = _leaving;
     Flow finally = run(attempt.finally);
     if (finally != Flow::Onward)
         return finally;
     _frame->result = result;
+    _leaving = leaving;
     return flow;
 }
 

@@ -205,8 +205,10 @@ static std::vector<std::string> membersOf(const Type &type, const Symbols &symbo
             names.push_back(member.name);
         return names;
     }
-    std::vector<std::string> names =
-        isVariant(type) || isObject(type) ? memberNames(nameOf(type), false) : std::vector<std::string>();
+    std::vector<std::string> names = libraryMemberNames(type);
+    if (isVariant(type) || isObject(type))
+        for (const std::string &name : memberNames(nameOf(type), false))
+            names.push_back(name);
     auto definition = symbols.classes.find(type.name);
     const ClassDefinition *each = definition == symbols.classes.end() ? nullptr : definition->second;
     for (; each; each = each->super) {
@@ -225,8 +227,19 @@ static std::vector<std::string> membersBehind(const std::string &word, const Sym
     auto variable = symbols.globals.find(word);
     if (variable != symbols.globals.end())
         return membersOf(variable->second.type, symbols);
-    if (!word.empty() && host::Host::shared().findClass(word))
-        return memberNames(word, true);
+    auto enumeration = symbols.enumerations.find(word);
+    if (enumeration != symbols.enumerations.end()) {
+        std::vector<std::string> names;
+        for (const Enumeration::Item &item : enumeration->second->items)
+            names.push_back(item.name.text);
+        return names;
+    }
+    std::vector<std::string> names = librarySharedNames(word);
+    bool isClass = !word.empty() && host::Host::shared().findClass(word);
+    for (const std::string &name : isClass ? memberNames(word, true) : std::vector<std::string>())
+        names.push_back(name);
+    if (isClass || !names.empty())
+        return names;
     return memberNames("NSUserDefaultsKTZ", false);
 }
 

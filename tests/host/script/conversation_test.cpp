@@ -70,6 +70,15 @@ TEST_F(Conversations, AVariableCanBeDeclaredAnew)
     EXPECT_EQ(enter("Old").output, "4\n");
 }
 
+TEST_F(Conversations, AMethodCanBeDeclaredAnew)
+{
+    enter("Function Size() As Integer\nReturn 1\nEnd Function");
+    enter("Function Twice() As Integer\nReturn Size * 2\nEnd Function");
+    enter("Function Size() As Integer\nReturn 5\nEnd Function");
+    EXPECT_EQ(enter("Size").output, "5\n");
+    EXPECT_EQ(enter("Twice").output, "2\n"); // what knew the old one keeps it, as with variables
+}
+
 TEST_F(Conversations, WantMoreUntilABlockIsClosed)
 {
     using Answer = Conversation::Answer;
@@ -120,6 +129,11 @@ TEST_F(Conversations, CompleteMembersAndNames)
     EXPECT_THAT(conversation->completions("Print Upp"), ElementsAre("Uppercase"));
     EXPECT_THAT(conversation->completions("whi"), ElementsAre("While"));
     EXPECT_THAT(conversation->completions("zzz"), ElementsAre());
+    enter("Dim text As String");
+    enter("Enum Quality\nDraft\nBest\nEnd Enum");
+    EXPECT_THAT(conversation->completions("text.Tr"), ElementsAre("Trim"));
+    EXPECT_THAT(conversation->completions("Print SpecialFolder.T"), ElementsAre("Temporary"));
+    EXPECT_THAT(conversation->completions("Quality."), ElementsAre("Best", "Draft"));
 }
 
 TEST_F(Conversations, MistakesNameTheirLine)

@@ -153,6 +153,25 @@ TEST_F(Language, DimTakesSeveralTypes)
     });
 }
 
+TEST_F(Language, NamesOfTheProgramComeBeforeThoseOfTheLibrary)
+{
+    expectOutputs({
+        {"Dim log As String = \"x\"\nDim left As Integer = 2\nPrint log + Str(left)", "x2\n"},
+        {"Function Titlecase(s As String) As String\nReturn \"own \" + s\nEnd Function\nPrint Titlecase(\"a\")",
+         "own a\n"},
+    });
+}
+
+TEST_F(Language, ExitWaitsForFinally)
+{
+    expectOutputs({
+        {"For i As Integer = 1 To 2\nWhile True\nTry\nExit For\nFinally\nDo\nExit Do\nLoop\nPrint \"f\"\nEnd "
+         "Try\nWend\n"
+         "Print \"no\"\nNext\nPrint \"end\"",
+         "f\nend\n"},
+    });
+}
+
 TEST_F(Language, EndAloneClosesABlock)
 {
     expectOutputs({

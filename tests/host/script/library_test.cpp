@@ -220,6 +220,8 @@ TEST_F(Library, ComparesTextKeysOfDictionariesAsTexts)
         {"Dim d As New Dictionary\nd.Value(\"Key\") = 1\nd.Value(\"KEY\") = 2\n"
          "Print Str(d.HasKey(\"key\")) + Str(d.Count) + Str(d.Lookup(\"kEY\", 9)) + d.Key(0)",
          "true12Key\n"},
+        {"Dim d As New Dictionary\nd.Value(\"Größe\") = 1\nPrint Str(d.HasKey(\"GRÖßE\")) + Str(d.HasKey(\"Grosse\"))",
+         "truefalse\n"},
     });
     EXPECT_FALSE(host::Host::shared().profile().caseInsensitiveKeys); // of a program only
 }

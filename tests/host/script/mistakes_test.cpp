@@ -120,7 +120,6 @@ TEST_F(Mistakes, InNames)
             {"Dim x As Ptr", 10, 3, "Types of system functions are not part of this language here"},
             {"Dim number As String", 5, 6, "there is a variable \"number\" already"},
             {"Dim show As String", 5, 4, "there is a \"show\" already"},
-            {"Dim len As String", 5, 3, "there is a \"len\" already"},
             {"dic.HasKy(1)", 5, 5, "Dictionary has no member \"HasKy\"; did you mean \"HasKey\"?"},
             {"Print dic.Nonsense", 11, 8, "Dictionary has no member \"Nonsense\""},
             {"list.Apend \"x\"", 6, 5, "an array has no member \"Apend\"; did you mean \"Append\"?"},
