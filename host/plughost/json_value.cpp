@@ -40,12 +40,6 @@ static Json jsonOfSingle(float value)
     return tagged("$single", float(shortest) == value ? shortest : double(value));
 }
 
-static Json jsonOfInt64(int64_t value)
-{
-    bool sizeTells = value < std::numeric_limits<int32_t>::min() || value > std::numeric_limits<int32_t>::max();
-    return sizeTells ? Json(value) : tagged("$int64", value);
-}
-
 static Json jsonOfUInt64(uint64_t value)
 {
     bool sizeTells = value > uint64_t(std::numeric_limits<int64_t>::max());
@@ -113,7 +107,7 @@ static Json jsonOfValue(const Value &value)
     case Value::Kind::UInt32:
         return tagged("$uint32", value.uint64());
     case Value::Kind::Int64:
-        return jsonOfInt64(value.int64());
+        return Json(value.int64());
     case Value::Kind::UInt64:
         return jsonOfUInt64(value.uint64());
     case Value::Kind::Single:

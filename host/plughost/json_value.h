@@ -1,8 +1,9 @@
 // Values of the host language as JSON and back.
 //
-// nil, booleans, Int32, Double, text, Variant arrays and Dictionaries with text keys are what JSON has. An integer
-// outside Int32 is an Int64, beyond that a UInt64; a number with a point or an exponent is a Double. Everything else
-// carries a tag, an object with one key:
+// nil, booleans, Int32, Int64, Double, text, Variant arrays and Dictionaries with text keys are what JSON has. An
+// integer is read as an Int32 where it fits, else as an Int64, beyond that as a UInt64; a number with a point or an
+// exponent is a Double. An Int64 is written without its kind, which the defaults database gives to most numbers by
+// itself. Everything else carries a tag, an object with one key:
 //   {"$int64": 5} {"$uint32": 5} {"$uint64": 5}   integers of another kind than their size tells
 //   {"$single": 0.1}, {"$double": "NaN"}          "NaN", "Infinity" and "-Infinity" where JSON has no number
 //   {"$currency": 1.5}, {"$color": "#FF8000"}

@@ -2,6 +2,8 @@
 // boolean comes back as the integer 1 stored elsewhere in the same domain; it raises for a real that is no number, and
 // loses the upper half of large unsigned integers. Its reader and its tools read what is written here.
 //
+// Null and sets, which no other form has, are read and can be written again, as on macOS.
+//
 // The form: "bplist00"; the objects, each a marker byte (kind and small count) and its contents; a table of the
 // objects' places; 32 bytes that say how wide places and references are, how many objects there are, and where root and
 // table lie. Numbers are big-endian. A set of bytes behind marker 0xA0 or 0xD0 refers to other objects by number.
@@ -9,6 +11,7 @@
 #include "platform/gnustep/foundation/property_lists.h"
 
 #include "platform/gnustep/core_foundation/strings.h"
+#include "platform/gnustep/foundation/numbers.h"
 
 #include <string.h>
 
@@ -21,6 +24,7 @@ namespace platform {
 namespace {
 
 enum Marker : UInt8 {
+    nullMarker = 0x00,
     falseMarker = 0x08,
     trueMarker = 0x09,
     integerMarker = 0x10, // the low half is the logarithm of the size, for reals and dates as well
@@ -30,6 +34,7 @@ enum Marker : UInt8 {
     asciiMarker = 0x50,
     unicodeMarker = 0x60,
     arrayMarker = 0xA0,
+    setMarker = 0xC0,
     dictionaryMarker = 0xD0
 };
 
@@ -63,15 +68,17 @@ private:
 
     static std::string integer(UInt64 number, bool negative)
     {
-        std::string object;
         int power = negative ? 3 : number < 0x100 ? 0 : number < 0x10000 ? 1 : number >> 32 ? 3 : 2;
-        if (!negative && number >> 63) { // 64 bits are read as signed
-            object.push_back(integerMarker | 4);
-            putNumber(0, 8, &object);
-        } else {
-            object.push_back(integerMarker | power);
-        }
+        std::string object(1, integerMarker | power);
         putNumber(number, 1 << power, &object);
+        return object;
+    }
+
+    static std::string integerOf16Bytes(UInt64 number)
+    {
+        std::string object(1, integerMarker | 4);
+        putNumber(0, 8, &object);
+        putNumber(number, 8, &object);
         return object;
     }
 
@@ -94,7 +101,9 @@ private:
             return real<float, uint32_t>(realMarker | 2, [number floatValue]);
         if (isReal(number))
             return real<double, UInt64>(realMarker | 3, [number doubleValue]);
-        if (strchr("CSILQ", [number objCType][0]))
+        if ([number objCType][0] == 'Q')
+            return integerOf16Bytes([number unsignedLongLongValue]);
+        if (strchr("CSIL", [number objCType][0]))
             return integer([number unsignedLongLongValue], false);
         return integer([number longLongValue], [number longLongValue] < 0);
     }
@@ -132,8 +141,10 @@ bool Writer::add(id value, UInt32 *index)
     } else if ([value isKindOfClass:[NSData class]]) {
         std::string bytes(static_cast<const char *>([value bytes]), [value length]);
         *index = append(withCount(dataMarker, bytes.size()) + bytes);
-    } else if ([value isKindOfClass:[NSArray class]]) {
-        *index = append(withCount(arrayMarker, [value count]));
+    } else if ([value isKindOfClass:[NSNull class]]) {
+        *index = append(std::string(1, nullMarker));
+    } else if ([value isKindOfClass:[NSArray class]] || [value isKindOfClass:[NSSet class]]) {
+        *index = append(withCount([value isKindOfClass:[NSSet class]] ? setMarker : arrayMarker, [value count]));
         std::vector<UInt32> elements;
         for (id element in value) {
             elements.emplace_back();
@@ -249,11 +260,8 @@ private:
         size_t width = 1 << power;
         if (power > 4 || !has(position, width))
             return nil;
-        UInt64 low = getNumber(bytes + position, width);
-        if (power == 4 && low >> 63)
-            return [NSNumber numberWithUnsignedLongLong:low];
-        SInt64 value = low;
-        return value == static_cast<int>(value) ? [NSNumber numberWithInt:value] : [NSNumber numberWithLongLong:value];
+        UInt64 low = getNumber(bytes + position, width); // of 16 bytes only the last 8 count
+        return power == 4 ? numberOf16Bytes(low) : [NSNumber numberWithLongLong:low];
     }
 
     template <typename Float, typename Bits>
@@ -338,10 +346,12 @@ private:
         case realMarker:
             return realNumber(position + 1, marker & 15);
         case dateMarker & 0xF0:
-            return real<double, UInt64>(position + 1, &seconds) && !std::isnan(seconds)
+            return real<double, UInt64>(position + 1, &seconds)
                        ? [NSDate dateWithTimeIntervalSinceReferenceDate:seconds]
                        : nil;
         case 0:
+            if (marker == nullMarker)
+                return [NSNull null];
             return marker == trueMarker || marker == falseMarker ? [NSNumber numberWithBool:marker == trueMarker] : nil;
         }
         if (!readCount(&position, &length))
@@ -355,6 +365,8 @@ private:
             return text(position, length, 2);
         case arrayMarker:
             return array(position, length, depth + 1);
+        case setMarker:
+            return [NSSet setWithArray:array(position, length, depth + 1)];
         case dictionaryMarker:
             return dictionary(position, length, depth + 1);
         }

@@ -6,7 +6,6 @@
 #import <Foundation/Foundation.h>
 
 using platform::isPropertyList;
-using platform::isSameValue;
 
 using StringForKey = NSString *(*)(id, SEL, NSString *);
 using SetObject = void (*)(id, SEL, id, NSString *);
@@ -44,12 +43,14 @@ static void setPersistentDomain(id self, SEL selector, NSDictionary *domain, NSS
     setDomainBefore(self, selector, domain, name);
 }
 
-// GNUstep ignores a value that is equal to the one there, and a number is equal to the boolean or the real number of
-// the same value. The one there goes first when only its kind differs.
+// Nothing happens when the value there is equal already, whatever its kind. To GNUstep a boolean is equal to a number,
+// too: the one there goes first then.
 static BOOL setInDomain(id self, SEL selector, id value, NSString *key)
 {
     id there = value ? [self objectForKey:key] : nil;
-    if (there && [value isEqual:there] && !isSameValue(value, there))
+    if (there && platform::areEqual(value, there))
+        return NO;
+    if (there && [value isEqual:there])
         setInDomainBefore(self, selector, nil, key);
     return setInDomainBefore(self, selector, value, key);
 }

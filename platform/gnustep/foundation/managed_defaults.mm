@@ -1,7 +1,7 @@
 // Values that an administrator fixes. As on macOS they are property lists, one for each domain, in a folder named
 // "Managed Preferences"; here it lies in the defaults folder of the user whose defaults they are. A fixed value is
-// found in front of every other domain of the search list, is part of the dictionary representation, and stays whatever
-// is set.
+// found behind the arguments and in front of every other domain of the search list, is part of the dictionary
+// representation, and stays whatever is set.
 
 #include "platform/gnustep/foundation/domain_files.h"
 #include "platform/gnustep/foundation/replacement.h"
@@ -87,10 +87,15 @@ id managedValue(NSUserDefaults *defaults, NSString *key)
     return nil;
 }
 
+NSDictionary *arguments(NSUserDefaults *defaults)
+{
+    return [defaults volatileDomainForName:NSArgumentDomain];
+}
+
 id objectForKey(NSUserDefaults *self, SEL selector, NSString *key)
 {
     id value = managedValue(self, key);
-    return value ? value : objectBefore(self, selector, key);
+    return value && ![arguments(self) objectForKey:key] ? value : objectBefore(self, selector, key);
 }
 
 NSDictionary *dictionaryRepresentation(NSUserDefaults *self, SEL selector)
@@ -102,6 +107,7 @@ NSDictionary *dictionaryRepresentation(NSUserDefaults *self, SEL selector)
     NSMutableDictionary *merged = [NSMutableDictionary dictionaryWithDictionary:representation];
     for (NSString *name in [[self searchList] reverseObjectEnumerator])
         [merged addEntriesFromDictionary:[domains objectForKey:name]];
+    [merged addEntriesFromDictionary:arguments(self)];
     return merged;
 }
 

@@ -11,6 +11,10 @@ bool isPropertyList(id value);
 // are never the same, and a real number is the same as itself even when it is no number.
 bool isSameValue(id a, id b);
 
+// Whether Core Foundation calls two property lists equal: of numbers the value counts and not the kind, but a boolean
+// is equal to booleans only; what is no number is equal to itself.
+bool areEqual(id a, id b);
+
 bool isBoolean(NSNumber *number);
 bool isReal(NSNumber *number);
 

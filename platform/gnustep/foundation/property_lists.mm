@@ -3,6 +3,8 @@
 #include <objc/runtime.h>
 #include <string.h>
 
+#include <cmath>
+
 namespace platform {
 
 bool isBoolean(NSNumber *number)
@@ -45,15 +47,30 @@ static bool isSameNumber(NSNumber *a, NSNumber *b)
     return strcmp([a objCType], [b objCType]) == 0 && memcmp(&x, &y, sizeof x) == 0;
 }
 
-bool isSameValue(id a, id b)
+// Every 8-byte integer is exact in a long double.
+static bool areEqualNumbers(NSNumber *a, NSNumber *b)
+{
+    auto valueOf = [](NSNumber *number) -> long double {
+        if (isReal(number))
+            return [number doubleValue];
+        bool isUnsigned = strchr("CSILQ", [number objCType][0]);
+        return isUnsigned ? static_cast<long double>([number unsignedLongLongValue]) : [number longLongValue];
+    };
+    long double x = valueOf(a);
+    long double y = valueOf(b);
+    return isBoolean(a) == isBoolean(b) &&
+           ((std::isnan(x) && std::isnan(y)) || (x == y && std::signbit(x) == std::signbit(y)));
+}
+
+static bool compare(id a, id b, bool (*compareNumbers)(NSNumber *, NSNumber *))
 {
     if ([a isKindOfClass:[NSNumber class]])
-        return [b isKindOfClass:[NSNumber class]] && isSameNumber(a, b);
+        return [b isKindOfClass:[NSNumber class]] && compareNumbers(a, b);
     if ([a isKindOfClass:[NSArray class]]) {
         if (![b isKindOfClass:[NSArray class]] || [a count] != [b count])
             return false;
         for (NSUInteger i = 0; i < [a count]; ++i)
-            if (!isSameValue([a objectAtIndex:i], [b objectAtIndex:i]))
+            if (!compare([a objectAtIndex:i], [b objectAtIndex:i], compareNumbers))
                 return false;
         return true;
     }
@@ -62,12 +79,22 @@ bool isSameValue(id a, id b)
             return false;
         for (id key in a) {
             id other = [b objectForKey:key];
-            if (!other || !isSameValue([a objectForKey:key], other))
+            if (!other || !compare([a objectForKey:key], other, compareNumbers))
                 return false;
         }
         return true;
     }
     return [a isEqual:b];
+}
+
+bool isSameValue(id a, id b)
+{
+    return compare(a, b, isSameNumber);
+}
+
+bool areEqual(id a, id b)
+{
+    return compare(a, b, areEqualNumbers);
 }
 
 } // namespace platform

@@ -38,12 +38,14 @@ TEST_F(ManagedDefaults, AForcedValueStandsInFrontOfAllOthers)
     EXPECT_EQ("fixed", textOf([fresh() stringForKey:@"key"]));
 }
 
-TEST_F(ManagedDefaults, ItStandsInFrontOfArguments)
+TEST_F(ManagedDefaults, ArgumentsStandInFrontOfIt)
 {
     manage(domain(), one(@"fixed", @"key"));
     [standard removeVolatileDomainForName:NSArgumentDomain];
     [standard setVolatileDomain:one(@"argument", @"key") forName:NSArgumentDomain];
-    EXPECT_EQ("fixed", textOf([standard stringForKey:@"key"]));
+    EXPECT_EQ("argument", textOf([standard stringForKey:@"key"]));
+    EXPECT_EQ("argument", textOf([[standard dictionaryRepresentation] objectForKey:@"key"]));
+    EXPECT_TRUE([standard objectIsForcedForKey:@"key"]);
 }
 
 TEST_F(ManagedDefaults, WhatWasSetComesToLightWhenItIsForcedNoMore)
