@@ -33,6 +33,9 @@ protected:
     // A host of that version without anything of the plug-in family but exceptions and the registry of wrappers.
     static host::Profile profileWithBareFamily(const std::string &version = "2013.03");
 
+    // Whether even plain objects answer _cfTypeID, as macOS's very likely do; the tests run in both worlds.
+    static bool everyObjectIsTyped();
+
     // What `variantForKey` gives for an object; the call must raise nothing. The other getters likewise.
     host::Value toHost(id object) { return toHostWith("variantForKey", object); }
     host::Value toHostWith(const char *getter, id object);

@@ -94,6 +94,11 @@ host::Outcome CrossingTest::tryToHost(id object, const char *getter)
     return host.tryCall(carrier(), getter, {"key"});
 }
 
+bool CrossingTest::everyObjectIsTyped()
+{
+    return [NSObject instancesRespondToSelector:sel_registerName("_cfTypeID")];
+}
+
 Value CrossingTest::toHostWith(const char *getter, id object)
 {
     host::Outcome outcome = tryToHost(object, getter);

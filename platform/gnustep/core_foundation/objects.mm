@@ -1,7 +1,8 @@
 // What all Core Foundation objects have in common: each is an Objective-C object, and the classes that macOS bridges
-// answer _cfTypeID. Other objects do not respond to it.
+// answer _cfTypeID. Other objects do so only where a setting asks for it, which macOS's very likely do.
 
 #include "platform/gnustep/core_foundation/type_ids.h"
+#include "platform/gnustep/settings.h"
 
 #import <Foundation/Foundation.h>
 #include <objc/runtime.h>
@@ -57,6 +58,25 @@ BRIDGED(NSAttributedString, CFAttributedStringType)
 {
     static Class booleanClass = objc_getClass("NSBoolNumber");
     return [self isKindOfClass:booleanClass] ? platform::CFBooleanType : platform::CFNumberType;
+}
+
+@end
+
+static CFTypeID typeOfAnyObject(id, SEL)
+{
+    return platform::otherObject;
+}
+
+@interface PlatformObjects : NSObject
+@end
+
+@implementation PlatformObjects
+
++ (void)load
+{
+    if (platform::typesAllObjects())
+        class_addMethod(static_cast<Class>(objc_getClass("NSObject")), @selector(_cfTypeID),
+                        reinterpret_cast<IMP>(typeOfAnyObject), "L8@0:4");
 }
 
 @end

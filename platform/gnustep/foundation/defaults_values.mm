@@ -2,6 +2,7 @@
 
 #include "platform/gnustep/foundation/property_lists.h"
 #include "platform/gnustep/foundation/replacement.h"
+#include "platform/gnustep/settings.h"
 
 #import <Foundation/Foundation.h>
 
@@ -23,22 +24,29 @@ static NSString *stringForKey(id self, SEL selector, NSString *key)
     return [value isKindOfClass:[NSNumber class]] ? [value stringValue] : stringBefore(self, selector, key);
 }
 
-static void requirePropertyList(id value, NSString *name)
+// What is no property list raises; the oldest systems wrote a line and stored nothing.
+static bool isStorable(id value, NSString *name)
 {
-    if (value && !isPropertyList(value))
-        [NSException raise:NSInvalidArgumentException
-                    format:@"Attempt to insert non-property value '%@' for '%@'", value, name];
+    if (!value || isPropertyList(value))
+        return true;
+    NSString *complaint =
+        [NSString stringWithFormat:@"Attempt to insert non-property value '%@' for '%@'", value, name];
+    if (!platform::playsOldestSystem())
+        [NSException raise:NSInvalidArgumentException format:@"%@", complaint];
+    NSLog(@"%@", complaint);
+    return false;
 }
 
 static void setObject(id self, SEL selector, id value, NSString *key)
 {
-    requirePropertyList(value, key);
-    setObjectBefore(self, selector, value, key);
+    if (isStorable(value, key))
+        setObjectBefore(self, selector, value, key);
 }
 
 static void setPersistentDomain(id self, SEL selector, NSDictionary *domain, NSString *name)
 {
-    requirePropertyList(domain, name);
+    if (!isStorable(domain, name))
+        return;
     [self persistentDomainForName:name]; // loads it: entries not known to be there are not taken away
     setDomainBefore(self, selector, domain, name);
 }

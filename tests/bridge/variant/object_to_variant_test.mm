@@ -266,6 +266,14 @@ TEST_F(ObjectToVariant, AnythingElseIsWrappedByItsClassName)
     start(profileWithBareFamily());
     EXPECT_TRUE(toHost([[[ObjectWithType alloc] init] autorelease]).isNil()) << "no wrapper class, no value";
     defineWrapperClass("NSProcessInfoKTZ");
+    if (everyObjectIsTyped()) {
+        EXPECT_TRUE(toHost([NSProcessInfo processInfo]).isNil()) << "its class is not asked for";
+        defineTaggedClass("CFObjectKTZ");
+        Value any = toHost([NSProcessInfo processInfo]);
+        EXPECT_TRUE(any.isA("CFObjectKTZ"));
+        EXPECT_EQ(carriedBy(any), [NSProcessInfo processInfo]);
+        return;
+    }
     Value one = toHost([NSProcessInfo processInfo]);
     Value other = toHost([NSProcessInfo processInfo]);
     ASSERT_TRUE(one.isA("NSProcessInfoKTZ"));

@@ -207,7 +207,9 @@ TEST_F(WrapperObjects, AClassNameOf199CharactersIsTriedAndOneOf200IsPassedOver)
         objc_registerClassPair(longNamed);
         defineWrapperClass(name + "KTZ");
         Value value = toHost([[[longNamed alloc] init] autorelease]);
-        ASSERT_TRUE(value.isObject()) << length;
+        ASSERT_EQ(!everyObjectIsTyped(), value.isObject()) << length;
+        if (everyObjectIsTyped())
+            continue; // the names of its classes are not asked for
         EXPECT_EQ(value.className(), length < 200 ? name + "KTZ" : "NSObjectKTZ") << length;
         letGo(value);
     }
