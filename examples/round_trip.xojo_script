@@ -1,4 +1,5 @@
-' A look at what becomes of each kind of value on its way through the defaults: stored, written to disk, read back.
+' What becomes of each kind of value: stored, read at once, and read again in the next run of the program, which is this
+' same program. The database keeps a number's value and not its type, so compare by value, or read with integerForKey.
 
 Function Kind(value As Variant) As String
   Select Case VarType(value)
@@ -52,40 +53,45 @@ Function Shown(value As Variant) As String
   Return value.StringValue
 End Function
 
-Sub Inspect(value As Variant)
-  Dim d As NSUserDefaultsKTZ = NSUserDefaultsKTZ.standardUserDefaults
-  d.variantForKey("Probe") = value
-  Call d.synchronize
-  Dim back As Variant = d.variantForKey("Probe")
-  Dim line As String = Left(Kind(value) + "            ", 12) + " -> " + Left(Kind(back) + "            ", 12)
-  Print line + " " + Shown(back)
-End Sub
+Function Column(text As String) As String
+  Return Left(text + "             ", 13)
+End Function
+
+Function Key(index As Integer) As String
+  Return "Value " + Str(index)
+End Function
 
 Dim small As Int64 = 7
+Dim wide As Int64 = 800
 Dim large As Int64 = 5000000000
 Dim ratio As Single = 0.25
 Dim price As Currency = 9.95
 Dim block As New MemoryBlock(3)
 block.Byte(2) = &hFF
-Dim empty As New MemoryBlock(0)
 Dim dic As New Dictionary
 dic.Value("a") = 1
 dic.Value("b") = Array("x", "y")
 Dim numbers() As Variant = Array(1, 2.5, "three", True)
 
-Inspect(-12)
-Inspect(small)
-Inspect(large)
-Inspect(ratio)
-Inspect(0.1)
-Inspect(price)
-Inspect(True)
-Inspect("grüß dich 👋")
-Inspect("")
-Inspect(&c3366FF)
-Inspect(New Date(2012, 2, 29, 12, 30, 15))
-Inspect(block)
-Inspect(empty)
-Inspect(dic)
-Inspect(numbers)
-Inspect(Nil)
+Dim values() As Variant = Array(-12, 800, small, wide, large, ratio, 0.1, price, True, "grüß dich 👋", "", &c3366FF, _
+    New Date(2012, 2, 29, 12, 30, 15), block, New MemoryBlock(0), dic, numbers, Nil)
+
+Dim d As NSUserDefaultsKTZ = NSUserDefaultsKTZ.standardUserDefaults
+Dim atOnce() As String = d.stringArrayForKey("ReadAtOnce")
+If atOnce.Ubound < 0 Then ' the first run
+  For i As Integer = 0 To values.Ubound
+    d.variantForKey(Key(i)) = values(i)
+    atOnce.Append(Kind(d.variantForKey(Key(i))))
+  Next
+  d.setStringArrayValue("ReadAtOnce", atOnce)
+  Call d.synchronize
+  Print Str(values.Ubound + 1) + " values are stored."
+Else
+  Print Column("stored") + Column("at once") + Column("next run")
+  For i As Integer = 0 To values.Ubound
+    Dim back As Variant = d.variantForKey(Key(i))
+    Print Column(Kind(values(i))) + Column(atOnce(i)) + Column(Kind(back)) + Shown(back)
+  Next
+  Assert(d.variantForKey(Key(1)) = 800, "the value is the same in both runs")
+  Assert(d.integerForKey(Key(1)) = 800)
+End If

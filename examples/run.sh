@@ -2,7 +2,8 @@
 # run.sh NAME [OPTION...]: runs one example in a new defaults database, as an application of the example's name. A folder
 # holds several applications that run one after the other. OPTIONs go to plughost (such as --host 2011.4).
 #
-# NAME.managed holds the values that an administrator has fixed, NAME.users the users that the example knows.
+# NAME.managed holds the values that an administrator has fixed, NAME.users the users that the example knows, NAME.runs how
+# often the application is started (once where there is none).
 set -euo pipefail
 examples=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 build=${PLUGHOST_BUILD:-$examples/../build/linux-i386}
@@ -39,6 +40,7 @@ fi
 
 programs=("$name.xojo_script")
 [ -d "$name" ] && programs=("$name"/*.xojo_script)
+[ -e "$name.runs" ] && mapfile -t programs < <(for _ in $(seq "$(<"$name.runs")"); do echo "${programs[0]}"; done)
 for program in "${programs[@]}"; do
     application=$(basename "$program" .xojo_script)
     "${preload[@]}" "$build/plughost" run "$program" --domain "${application#[0-9]-}" "${database[@]}" "$@"

@@ -92,6 +92,10 @@ class Cases(unittest.TestCase):
         for example in examples.read():
             self.assertIn(example.output, self.pages[f"examples/{example.name}.md"])
 
+    def test_an_example_that_is_started_twice_says_so(self):
+        self.assertIn("\nStarted 2 times, one after the other, it prints:\n", self.pages["examples/round_trip.md"])
+        self.assertNotIn("Started", self.pages["examples/first_run.md"].partition("```text")[0])
+
     def test_an_example_that_the_table_does_not_name_is_found(self):
         with tempfile.TemporaryDirectory() as folder:
             folder = pathlib.Path(folder)

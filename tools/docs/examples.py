@@ -14,6 +14,7 @@ class Example:
     task: str
     programs: dict  # file name: code; one program, or several that run one after the other
     managed: dict  # what an administrator has fixed, file name: content
+    runs: int  # how often the program is started
     output: str
 
     @property
@@ -38,5 +39,6 @@ def texts(paths):
 def example(folder, name, task):
     single = folder / (name + SUFFIX)
     programs = texts([single] if single.exists() else (folder / name).glob("*" + SUFFIX))
+    runs = folder / f"{name}.runs"
     return Example(name, task, programs, texts((folder / f"{name}.managed").glob("*")),
-                   (folder / f"{name}.expected").read_text(encoding="utf-8"))
+                   int(runs.read_text()) if runs.exists() else 1, (folder / f"{name}.expected").read_text(encoding="utf-8"))

@@ -139,7 +139,8 @@ def example_page(example):
         if len(example.programs) > 1:
             parts.append(f"`{name}`:\n")
         parts.append(f"```xojo\n{code}```\n")
-    parts.append(f"Prints:\n\n```text\n{example.output}```\n")
+    started = "Prints" if example.runs == 1 else f"Started {example.runs} times, one after the other, it prints"
+    parts.append(f"{started}:\n\n```text\n{example.output}```\n")
     return "\n".join(parts)
 
 
