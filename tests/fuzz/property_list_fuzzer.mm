@@ -120,6 +120,10 @@ struct Expectation {
             return ofArray(value);
         if ([value isKindOfClass:[NSDictionary class]])
             return ofDictionary(value);
+        if (![value isKindOfClass:[NSNumber class]]) {
+            unknown = true; // null or a set
+            return value;
+        }
         if (strcmp([value objCType], "Q") == 0) // its low half only
             return [NSNumber numberWithLongLong:static_cast<uint32_t>([value unsignedLongLongValue])];
         return value;

@@ -1,11 +1,10 @@
-// A date is any number of seconds, as on macOS. GNUstep ends at the years 1 and 4001 and refuses what is no number; its
-// calendar dates still do the former.
+// A date is any number of seconds, as on macOS. GNUstep's ends at the years 1 and 4001, and what is no number raises;
+// its calendar dates still end there, because its calendar does.
 
 #include "platform/gnustep/foundation/replacement.h"
 
 #import <Foundation/Foundation.h>
-
-#include <cmath>
+#include <string.h>
 
 using InitWithInterval = id (*)(id, SEL, NSTimeInterval);
 
@@ -20,7 +19,9 @@ static id initDate(id self, SEL, NSTimeInterval seconds)
 
 static id initCalendarDate(id self, SEL selector, NSTimeInterval seconds)
 {
-    return calendarDateBefore(self, selector, std::isnan(seconds) ? INFINITY : seconds);
+    double first = [[NSDate distantPast] timeIntervalSinceReferenceDate];
+    double last = [[NSDate distantFuture] timeIntervalSinceReferenceDate];
+    return calendarDateBefore(self, selector, seconds <= first ? first : seconds < last ? seconds : last);
 }
 
 @interface PlatformDates : NSObject

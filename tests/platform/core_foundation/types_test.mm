@@ -113,4 +113,18 @@ TEST_F(Types, TypesAreFoundByTheirNames)
     EXPECT_EQ(0u, PlatformTypeIDNamed("CFNothing"));
 }
 
+// macOS's NSObject very likely does.
+TEST_F(Types, EveryObjectHasOneWhereTheSettingAsksForIt)
+{
+    NSObject *plain = [[[NSObject alloc] init] autorelease];
+    if (inNewProcess({{"PLATFORM_TYPED_OBJECTS", "1"}})) {
+        EXPECT_GT([plain _cfTypeID], 0u);
+        EXPECT_EQ([plain _cfTypeID], CFGetTypeID(plain));
+        EXPECT_EQ([plain _cfTypeID], [[NSProcessInfo processInfo] _cfTypeID]);
+        EXPECT_EQ(CFStringGetTypeID(), CFGetTypeID(@"text"));
+    } else {
+        EXPECT_FALSE([plain respondsToSelector:@selector(_cfTypeID)]);
+    }
+}
+
 } // namespace

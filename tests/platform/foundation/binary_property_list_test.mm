@@ -176,8 +176,15 @@ TEST_F(BinaryPropertyList, ADateMayBeAnyNumberAndNone)
                                timeIntervalSinceReferenceDate]);
     id none = thereAndBack([NSDate dateWithTimeIntervalSinceReferenceDate:NAN]);
     EXPECT_TRUE(isnan([none timeIntervalSinceReferenceDate]));
-    EXPECT_NO_FATAL_FAILURE([[[NSCalendarDate alloc]
-        initWithTimeIntervalSinceReferenceDate:[none timeIntervalSinceReferenceDate]] release]);
+}
+
+TEST_F(BinaryPropertyList, CalendarDatesEndAtTheYear4001)
+{
+    for (double seconds : {1e15, 1e300, static_cast<double>(INFINITY), static_cast<double>(NAN)}) {
+        id date = [[NSCalendarDate alloc] initWithTimeIntervalSinceReferenceDate:seconds];
+        EXPECT_EQ(4001, [date yearOfCommonEra]) << seconds;
+        [date release];
+    }
 }
 
 TEST_F(BinaryPropertyList, AKeyThatIsNoStringIsRefused)
