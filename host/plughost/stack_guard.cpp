@@ -29,7 +29,7 @@ static void handleFault(int signal, siginfo_t *fault, void *context)
     auto address = uintptr_t(fault->si_addr);
     if (stackStart - stackEnd > kDeep && address + kNear > stackEnd && address < stackEnd + kNear) {
         ssize_t ignored;
-        // Only what a signal handler may call; lines that were printed are out already.
+        // Only what a signal handler may call. Lines that were printed are out already.
         if (!script::writeRunningPlace(STDERR_FILENO))
             ignored = write(STDERR_FILENO, kName, strlen(kName));
         ignored = write(STDERR_FILENO, kLine, strlen(kLine));

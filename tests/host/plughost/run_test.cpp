@@ -126,6 +126,15 @@ TEST(Interactive, WritesWhatWasSetAtTheEnd)
     EXPECT_EQ(printed({"get", "integer", "cd"}), "9");
 }
 
+TEST(Interactive, HasShownAValueBeforeTheStackEnds)
+{
+    Result result = plughost({}, "Dim c As New Dictionary\nc.Value(\"c\") = c\n2 + 2\n"
+                                 "NSUserDefaultsKTZ.standardUserDefaults.dictionaryForKey(\"D\") = c\n");
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.output, "4\n");
+    EXPECT_NE(result.errors.find(": the stack is used up: "), std::string::npos) << result.errors;
+}
+
 TEST(Interactive, EndsWithExit)
 {
     Result result = plughost({}, "Print \"a\"\nexit\nPrint \"b\"\n");

@@ -161,14 +161,16 @@ TEST_F(DomainFiles, NothingFailsWhereNothingIsToBeWritten)
     EXPECT_EQ("", logged);
 }
 
-TEST_F(DomainFiles, TheFileOfAnotherUserStaysAsItIs)
+class FileOfAnotherUser : public DomainFiles, public testing::WithParamInterface<mode_t> {};
+
+TEST_P(FileOfAnotherUser, StaysAsItIs)
 {
     if (isRoot) {
         store(@"old");
         becomeOrdinary();
         ASSERT_EQ(0, seteuid(0));
         ASSERT_EQ(0, chown(file.c_str(), 0, 0));
-        ASSERT_EQ(0, chmod(file.c_str(), 0644));
+        ASSERT_EQ(0, chmod(file.c_str(), GetParam()));
         ASSERT_EQ(0, seteuid(12345));
     } else {
         ASSERT_EQ(0, symlink("/etc/passwd", file.c_str()));
@@ -177,6 +179,8 @@ TEST_F(DomainFiles, TheFileOfAnotherUserStaysAsItIs)
     unlink(file.c_str());
     expectWrittenNow();
 }
+
+INSTANTIATE_TEST_SUITE_P(ReadableOrNot, FileOfAnotherUser, testing::Values(0644, 0600));
 
 TEST_F(DomainFiles, TheFileOfAnotherUserIsStillTheirsWhenRootHasWrittenIt)
 {
