@@ -6,9 +6,10 @@ set(product_sources
   hostapi/record_version_9.cpp
   hostapi/string_data.cpp
   hostapi/build_string.cpp
-  hostapi/exceptions.cpp
+  hostapi/exceptions.mm
+  hostapi/held_handles.mm
+  hostapi/dictionary_methods.cpp
   # Values and exceptions between the host and Cocoa
-  bridge/exceptions/held_handles.cpp
   bridge/exceptions/cocoa_exception.mm
   bridge/family/instances.cpp
   bridge/family/cocoa_init.mm
@@ -28,6 +29,7 @@ set(product_sources
   bridge/variant/variant_to_object.mm
   # The class
   userdefaults/class_tables.cpp
+  userdefaults/exceptions.cpp
   userdefaults/lifecycle.mm
   userdefaults/shared_members.mm
   userdefaults/scalar_accessors.mm

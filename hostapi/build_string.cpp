@@ -1,37 +1,44 @@
 // New host strings from encoded text.
 #include "hostapi/exceptions.h"
-#include "hostapi/owners.h"
-#include "hostapi/services.h"
+#include "hostapi/heap_block.h"
+#include "hostapi/held_handles.h"
 #include "hostapi/strings.h"
 #include "hostapi/zeroed_allocation.h"
 
 #include <cstring>
 #include <new>
 
-static REALstring BuildMarked(const void *bytes, int32_t length, uint32_t encoding)
+static inline REALstring BuildMarked(const void *bytes, int32_t length, uint32_t encoding, HeldHandles &held)
 {
-    OwnedHostString string(originalREALBuildString(static_cast<const char *>(bytes), length));
-    if (string.get())
-        REALSetStringEncoding(string.get(), encoding);
-    return string.release();
+    REALstring string = held.hold(originalREALBuildString(static_cast<const char *>(bytes), length));
+    if (string)
+        REALSetStringEncoding(string, encoding);
+    return string;
 }
 
 // The host makes UTF-8 of it: every string that this library builds from wide text arrives as UTF-8.
-static REALstring BuildFromUTF16(const void *bytes, int32_t length)
+static REALstring ConvertedFromUTF16(REALstring wide, HeldHandles &held)
 {
-    const OwnedHostString wide(BuildMarked(bytes, length, kUTF16Text));
-    return wide.get() ? REALConvertString(wide.get(), kUTF8Text) : nullptr;
+    REALstring converted = held.hold(REALConvertString(wide, kUTF8Text));
+    held.release(wide);
+    return converted;
 }
 
-// Each unit is cut to its low 16 bits, so a character above U+FFFF does not become a surrogate pair. That
-// is kept: texts stored so are compared with texts built so.
+static REALstring BuildFromUTF16(const void *bytes, int32_t length, HeldHandles &held)
+{
+    REALstring wide = BuildMarked(bytes, length, kUTF16Text, held);
+    return wide ? ConvertedFromUTF16(wide, held) : nullptr;
+}
+
+// Each unit is cut to its low 16 bits, so a character above U+FFFF does not become a surrogate pair. That is kept as
+// it has always been.
 static void Narrow(const void *units, int32_t count, uint16_t *narrow)
 {
     for (int32_t i = 0; i < count; i++)
         memcpy(&narrow[i], static_cast<const char *>(units) + 4 * i, sizeof narrow[i]); // the low half comes first
 }
 
-static REALstring BuildFromUTF32(const void *bytes, int32_t length)
+static REALstring BuildFromUTF32(const void *bytes, int32_t length, HeldHandles &held)
 {
     const int32_t count = length / 4; // bytes that do not fill a unit are left out
     uint16_t local[200];
@@ -42,9 +49,8 @@ static REALstring BuildFromUTF32(const void *bytes, int32_t length)
         return nullptr;
 
     Narrow(bytes, count, narrow);
-    const OwnedHostString wide(BuildMarked(narrow, count * 2, kUTF16Text));
     // Also for a string that could not be built: the answer is then what the host makes of Nil.
-    return REALConvertString(wide.get(), kUTF8Text);
+    return ConvertedFromUTF16(BuildMarked(narrow, count * 2, kUTF16Text, held), held);
 }
 
 static bool IsSevenBit(const void *bytes, int32_t length)
@@ -57,44 +63,55 @@ static bool IsSevenBit(const void *bytes, int32_t length)
     return true;
 }
 
-static REALstring Build(const void *bytes, int32_t length, uint32_t encoding)
+static REALstring Build(const void *bytes, int32_t length, uint32_t encoding, HeldHandles &held)
 {
     switch (encoding) {
     case kUTF32LittleEndianText:
-        return BuildFromUTF32(bytes, length);
+        return BuildFromUTF32(bytes, length, held);
     case kUTF16Text:
-        return BuildFromUTF16(bytes, length);
+        return BuildFromUTF16(bytes, length, held);
     case kMacRomanText:
     case kWindowsLatin1Text:
     case kOwnBytes:
-        return BuildMarked(bytes, length, IsSevenBit(bytes, length) ? uint32_t(kASCIIText) : encoding);
-    default:
-        return BuildMarked(bytes, length, encoding);
+        if (IsSevenBit(bytes, length))
+            encoding = kASCIIText;
+        break;
+    }
+    return BuildMarked(bytes, length, encoding, held);
+}
+
+// What was held on the way, without memory: unlocking may be without it, too.
+static void GiveBackTo(int32_t count, HeldHandles &held)
+{
+    while (held.count() > count) {
+        try {
+            held.releaseTo(count);
+        } catch (const std::bad_alloc &) {
+        }
     }
 }
 
-// The exception's message is a host string too. When that cannot be built for the same reason, the
-// exception goes without one, instead of raising another exception about it.
-static void RaiseOutOfMemory()
-{
-    static bool raising = false;
-    if (raising)
-        return;
-    struct Once { // also when the host throws on the way
-        Once() { raising = true; }
-        ~Once() { raising = false; }
-    } const once;
-    RaiseException("OutOfMemoryException", "Failed to allocate memory for a string.", 0);
-}
-
-REALstring REALBuildUnicodeString(const void *bytes, int64_t length, uint32_t encoding)
+REALstring REALBuildUnicodeString(const void *bytes, int64_t length, uint32_t encoding, HeldHandles &held)
 {
     if (!bytes || length <= 0 || length > INT32_MAX)
         return nullptr;
+    const int32_t heldBefore = held.count();
     try {
-        return Build(bytes, static_cast<int32_t>(length), encoding);
+        return Build(bytes, static_cast<int32_t>(length), encoding, held);
     } catch (const std::bad_alloc &) {
-        RaiseOutOfMemory();
-        return nullptr;
     }
+    GiveBackTo(heldBefore, held);
+    RaiseOutOfMemoryForString();
+    return nullptr;
+}
+
+REALstring BuildASCIIOrNone(const char *text, int32_t length, HeldHandles &held)
+{
+    const int32_t heldBefore = held.count();
+    try {
+        return BuildMarked(text, length, kASCIIText, held);
+    } catch (const std::bad_alloc &) {
+    }
+    GiveBackTo(heldBefore, held);
+    return nullptr;
 }

@@ -3,7 +3,8 @@
 
 #include "hostapi/version.h"
 
-void *LoadHostMethod(const char *declaration);
+// A global method of the host language by its declaration, or null.
+void *REALLoadFrameworkMethod(const char *declaration);
 
 // A service with a cache of its own. Called like a function: the first call asks the host for the entry
 // point, later calls go straight to it. While the host has none, a call does nothing and gives the
@@ -50,4 +51,4 @@ using HostEntry = HostService<Signature, FindHostEntry>;
 
 // A global method of the host language, asked for by its declaration.
 template <typename Signature>
-using HostMethod = HostService<Signature, LoadHostMethod>;
+using HostMethod = HostService<Signature, REALLoadFrameworkMethod>;

@@ -2,9 +2,6 @@
 
 // clang-format off
 
-static HostEntry<void *(void *module, const char *declaration)> loadGlobalMethod{"REALLoadGlobalMethod"};
-static HostEntry<CFStringRef(REALstring, uint8_t flag)>         copyStringCFString{"REALGetStringCFString"};
-
 // Array access takes two steps: the host's entry point answers, for one array, the procedure that reads
 // or inserts its elements. That procedure depends on the array and is never kept.
 static HostEntry<void *(REALarray)> insertString{"RuntimeArrayDirectGetInsertProc"};
@@ -48,17 +45,8 @@ REALobject REALGetArrayValueObject(REALarray array, int32_t index) { return Read
 
 // clang-format on
 
-CFStringRef REALCopyStringCFString(REALstring string)
-{
-    return copyStringCFString(string, 0);
-}
-
 void *REALLoadFrameworkMethod(const char *declaration)
 {
-    return loadGlobalMethod(nullptr, declaration);
-}
-
-void *LoadHostMethod(const char *declaration)
-{
-    return REALLoadFrameworkMethod(declaration);
+    static HostEntry<void *(void *module, const char *declaration)> load{"REALLoadGlobalMethod"};
+    return load(nullptr, declaration);
 }

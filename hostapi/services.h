@@ -72,6 +72,7 @@ inline HostEntry<void(REALstring, uint32_t encoding)>               REALSetStrin
 inline HostEntry<REALstring(const char *bytes, int32_t length)>     originalREALBuildString{"REALBuildString"};
 // The CFString is the caller's to release.
 inline HostEntry<CFStringRef(REALstring, uint8_t flag)>             REALGetStringCFString{"REALGetStringCFString"};
+inline HostEntry<CFStringRef(REALstring, uint8_t flag)>             copyStringCFString{"REALGetStringCFString"};
 
 // Files
 inline HostEntry<REALfolderItem(const FSSpec *)>                    REALFolderItemFromFSSpec{"FolderItemFromFSSpec"};
@@ -81,11 +82,11 @@ inline HostEntry<REALfolderItem(const FSRef *parent, const HFSUniStr255 *name)> 
 
 // clang-format on
 
-// A global method of the host language by its declaration, or null.
-void *REALLoadFrameworkMethod(const char *declaration);
-
 // As REALGetStringCFString with flag 0, with a cache of its own.
-CFStringRef REALCopyStringCFString(REALstring string);
+inline CFStringRef REALCopyStringCFString(REALstring string)
+{
+    return copyStringCFString(string, 0);
+}
 
 // Put a value at an index of an array through the host's insert procedure for that array, which is asked
 // for anew each time; the array takes its own lock. Nothing happens when the host has none.

@@ -1,5 +1,5 @@
 // The bytes of a host string, on hosts that hand them out and on those that do not.
-#include "hostapi/owners.h"
+#include "hostapi/held_handles.h"
 #include "hostapi/services.h"
 #include "hostapi/strings.h"
 
@@ -11,12 +11,13 @@ static HostEntry<void(REALstringData *)> pluginDisposeStringData{"PluginDisposeS
 static HostEntry<const char *(REALstring)> stringGetCString{"StringGetCString"};
 static HostMethod<int32_t(REALstring)> lenB{"LenB( s as string ) as integer"};
 
-// Fills the record with a copy of the string's bytes as they are, in a block that has room for `capacity`
-// bytes of text and the 32-bit zero behind them. The answer of malloc is not looked at:
+// Fills the record with a copy of the string's bytes as they are, in a block that has room for them, or for `room`
+// bytes where that is more, and for the 32-bit zero behind them. The answer of malloc is not looked at:
 // a host without memory for one string's bytes has no way on.
-static void CopyBytes(REALstring string, int32_t length, int32_t capacity, uint32_t encoding, REALstringData *out)
+static void CopyBytes(REALstring string, int32_t room, uint32_t encoding, REALstringData *out)
 {
-    char *copy = static_cast<char *>(malloc(capacity + sizeof(uint32_t)));
+    const int32_t length = lenB(string);
+    char *copy = static_cast<char *>(malloc((length > room ? length : room) + sizeof(uint32_t)));
     const uint32_t end = 0;
     memcpy(copy, stringGetCString(string), length);
     memcpy(copy + length, &end, sizeof end);
@@ -31,29 +32,26 @@ bool REALGetStringData(REALstring string, uint32_t encoding, REALstringData *out
     if (auto getStringData = pluginGetStringData.get())
         return getStringData(string, encoding, out) != 0;
 
-    if (!stringGetCString.get() || !lenB.get() || !string)
+    const bool handsOutBytes = stringGetCString.get() != nullptr;
+    const bool tellsLength = lenB.get() != nullptr; // both are looked for before either is missed
+    if (!handsOutBytes || !tellsLength || !string)
         return false;
 
     if (encoding == kOwnBytes) {
-        CopyBytes(string, lenB(string), out->length, encoding, out); // the room is the caller's to say
+        CopyBytes(string, out->length, encoding, out);
         return true;
     }
     if (encoding == REALGetStringEncoding(string)) {
-        const int32_t length = lenB(string);
-        CopyBytes(string, length, length, encoding, out);
+        CopyBytes(string, 0, encoding, out);
         return true;
     }
-    const OwnedHostString converted(REALConvertString(string, encoding));
-    if (!converted.get())
+    HeldHandles held;
+    REALstring converted = held.hold(REALConvertString(string, encoding));
+    if (!converted)
         return false;
-    const int32_t length = lenB(converted.get());
-    CopyBytes(converted.get(), length, length, encoding, out);
+    CopyBytes(converted, 0, encoding, out);
+    held.release(converted);
     return true;
-}
-
-int32_t OwnBytesCapacity(REALstring string)
-{
-    return pluginGetStringData.get() ? 0 : lenB(string);
 }
 
 void REALDisposeStringData(REALstringData *data)

@@ -3,6 +3,8 @@
 
 #include "hostapi/types.h"
 
+class HeldHandles;
+
 // Core Foundation's encoding numbers as the host uses them. They are our own constants because the
 // names of the system's headers do not all stand for the same numbers: there UTF-32 LE is 0x1C000100.
 enum HostTextEncoding : uint32_t {
@@ -15,7 +17,7 @@ enum HostTextEncoding : uint32_t {
     kOwnBytes = 0xFFFF, // the host's own: the bytes as they are, whatever they mean
 };
 
-// The bytes of a host string. The last two words are the host's and never touched here.
+// The bytes of a host string. The last two words are the host's: nothing here reads or writes them.
 struct REALstringData {
     char *data;
     int32_t length; // bytes of text, without the 32-bit zero that follows them in a copy made here
@@ -28,18 +30,18 @@ static_assert(sizeof(REALstringData) == 5 * 4, "the host knows this record by it
 // to REALDisposeStringData once. Answers false, with `out` untouched, for a null string, a host that
 // cannot hand out bytes and a failed conversion. Raises nothing.
 //
-// With kOwnBytes `out->length` must hold, on entry, how many bytes the caller allows for (OwnBytesCapacity).
+// `out->length` is read on entry: with kOwnBytes a copy made here gets room for that many bytes where that is more than
+// the string has. Callers set it to 0 unless they want to write behind the text.
 bool REALGetStringData(REALstring string, uint32_t encoding, REALstringData *out);
-
-// How many bytes a request for a string's own bytes must allow for: its length where this library makes
-// the copy, 0 where the host fills the record itself.
-int32_t OwnBytesCapacity(REALstring string);
 
 void REALDisposeStringData(REALstringData *data);
 
-// A new host string from `length` bytes of text in `encoding`, owned by the caller (one lock). UTF-16 and
+// A new host string from `length` bytes of text in `encoding`, held (one lock). UTF-16 and
 // UTF-32 arrive in the host as UTF-8; 8-bit text of unknown meaning that is pure 7-bit is marked ASCII.
 // Null for null bytes, for no bytes (an empty text gives no string), for more than 0x7FFFFFFF bytes, and
 // when the host cannot build a string. A std::bad_alloc thrown by the host is raised in host code as
 // "OutOfMemoryException"; other exceptions of the host pass through.
-REALstring REALBuildUnicodeString(const void *bytes, int64_t length, uint32_t encoding);
+REALstring REALBuildUnicodeString(const void *bytes, int64_t length, uint32_t encoding, HeldHandles &held);
+
+// The same for some ASCII text, but without memory nothing is raised.
+REALstring BuildASCIIOrNone(const char *text, int32_t length, HeldHandles &held);

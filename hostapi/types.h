@@ -10,8 +10,7 @@ typedef struct REALmemoryBlockStruct *REALmemoryBlock;
 typedef struct REALfolderItemStruct *REALfolderItem;
 typedef struct _REALdictionary *REALdictionary;
 typedef struct _REALdate *REALdate;
-typedef struct _REALarray *REALarray;
-typedef struct _REALarrayString *REALarrayString;
+typedef struct _REALarray *REALarray; // of strings, of Variants or of plain values
 
 // The host's boolean: one byte, false when zero.
 typedef unsigned char RBBoolean;

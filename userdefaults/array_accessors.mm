@@ -3,41 +3,41 @@
 #include "bridge/data/string_array.h"
 #include "bridge/variant/array_to_object.h"
 #include "bridge/variant/object_to_variant.h"
-#include "hostapi/services.h"
 #include "userdefaults/carried_defaults.h"
 #include "userdefaults/filled_array.h"
 
-REALarrayString stringArrayForKey(REALobject self, REALstring key)
+REALarray stringArrayForKey(REALobject self, REALstring key)
 {
-    return reinterpret_cast<REALarrayString>(
-        FilledArray(REALCreateArray(kHostStringElements, kEmptyArrayBound), [=](REALarray array) {
-            NSString *name = textOf(key);
-            FillStringArray(reinterpret_cast<REALarrayString>(array), [defaultsOf(self) stringArrayForKey:name]);
-        }));
+    return FilledArray(kHostStringElements, [=](REALarray array, HeldHandles &held) {
+        NSString *name = TextOf(key);
+        FillStringArray(array, [defaultsOf(self) stringArrayForKey:name], held);
+    });
 }
 
 REALarray arrayForKey(REALobject self, REALstring key)
 {
-    return FilledArray(REALCreateArray(kHostObjectElements, kEmptyArrayBound), [=](REALarray array) {
-        NSString *name = textOf(key);
-        FillObjectArray(array, [defaultsOf(self) arrayForKey:name]);
+    return FilledArray(kHostObjectElements, [=](REALarray array, HeldHandles &held) {
+        NSString *name = TextOf(key);
+        FillObjectArray(array, [defaultsOf(self) arrayForKey:name], held);
     });
 }
 
-void setStringArrayForKey(REALobject self, REALstring key, REALarrayString values)
+// The shape of both setters.
+static void SetArray(REALobject self, REALstring key, REALarray values, NSArray *(*convert)(REALarray, HeldHandles &))
 {
-    guarded([=] {
-        NSString *name = textOf(key);
-        NSArray *array = ArrayOfStringArgument(values);
+    guarded([=](HeldHandles &held) {
+        NSString *name = TextOf(key);
+        NSArray *array = convert(values, held);
         [defaultsOf(self) setObject:array forKey:name];
     });
+}
+
+void setStringArrayForKey(REALobject self, REALstring key, REALarray values)
+{
+    SetArray(self, key, values, ArrayOfStringArgument);
 }
 
 void setArrayForKey(REALobject self, REALstring key, REALarray values)
 {
-    guarded([=] {
-        NSString *name = textOf(key);
-        NSArray *array = ArrayOfVariantArgument(values);
-        [defaultsOf(self) setObject:array forKey:name];
-    });
+    SetArray(self, key, values, ArrayOfVariantArgument);
 }

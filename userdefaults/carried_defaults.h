@@ -1,8 +1,9 @@
-// The `NSUserDefaults` object that an instance of the class carries, and the keys that come with a call.
+// The `NSUserDefaults` object that an instance of the class carries, and what every member needs to ask it: the guard,
+// and its keys as texts of Cocoa. Null and empty keys are not refused: Cocoa answers to them.
 #pragma once
 
 #include "bridge/exceptions/method_guard.h"
-#include "bridge/strings/cf_string.h"
+#include "bridge/strings/ns_string.h"
 #include "hostapi/records.h"
 #include "userdefaults/class_members.h"
 #include "userdefaults/class_tables.h"
@@ -22,17 +23,4 @@ inline NSUserDefaults **DefaultsWord(REALobject self, int32_t offset = userDefau
 inline NSUserDefaults *defaultsOf(REALobject self)
 {
     return *DefaultsWord(self);
-}
-
-// A key, name or text as Cocoa wants it: autoreleased; nil for a null string and for one that has no
-// Cocoa form. Null and empty keys are not refused here: Cocoa answers to them.
-inline NSString *textOf(REALstring string)
-{
-    return string ? [(NSString *)RBString2CFString(string) autorelease] : nil;
-}
-
-// A text from Cocoa as a new host string, owned by the caller; null for nil and for an empty text.
-inline REALstring hostTextOf(NSString *text)
-{
-    return CFString2RBString((CFStringRef)text);
 }

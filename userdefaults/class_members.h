@@ -15,7 +15,7 @@ void NSUserDefaultsDestructor(REALobject self);
 void Constructor(REALobject self);
 void ConstructorUser(REALobject self, REALstring username);
 
-// "_exception as NSExceptionKTZ" (userdefaults/lifecycle.mm): always null. It is there so that the class's
+// "_exception as NSExceptionKTZ" (userdefaults/exceptions.cpp): always null. It is there so that the class's
 // interface names the exceptions that it raises.
 REALobject DummyException(REALobject self);
 
@@ -48,8 +48,8 @@ REALobject objectForKey(REALobject self, REALstring key);
 void setObjectForKey(REALobject self, REALstring key, REALobject value);
 REALfolderItem fileForKey(REALobject self, REALstring key);
 void setFileForKey(REALobject self, REALstring key, REALfolderItem value);
-REALarrayString stringArrayForKey(REALobject self, REALstring key);
-void setStringArrayForKey(REALobject self, REALstring key, REALarrayString values);
+REALarray stringArrayForKey(REALobject self, REALstring key);
+void setStringArrayForKey(REALobject self, REALstring key, REALarray values);
 REALdictionary dictionaryForKey(REALobject self, REALstring key);
 void setDictionaryForKey(REALobject self, REALstring key, REALdictionary value);
 REALarray arrayForKey(REALobject self, REALstring key);
@@ -68,7 +68,7 @@ RBBoolean objectIsForcedForKey(REALobject self, REALstring key);
 RBBoolean objectIsForcedForKey2(REALobject self, REALstring key, REALstring domain);
 void setPersistentDomain(REALobject self, REALdictionary domain, REALstring domainName);
 void setVolatileDomain(REALobject self, REALdictionary domain, REALstring domainName);
-REALarrayString persistentDomainNames(REALobject self);
+REALarray persistentDomainNames(REALobject self);
 REALdictionary persistentDomainForName(REALobject self, REALstring domainName);
-REALarrayString volatileDomainNames(REALobject self);
+REALarray volatileDomainNames(REALobject self);
 REALdictionary volatileDomainForName(REALobject self, REALstring domainName);

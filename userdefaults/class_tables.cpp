@@ -11,7 +11,7 @@
     {                                                                                                                  \
         FUNCTION(function), nullptr, declaration, kMemberFlags, 0, nullptr                                             \
     }
-#define PROPERTY(declaration, getter, setter)                                                                          \
+#define ASSIGNABLE(declaration, getter, setter)                                                                        \
     {                                                                                                                  \
         FUNCTION(getter), FUNCTION(setter), declaration, kMemberFlags, 0, nullptr                                      \
     }
@@ -30,17 +30,17 @@ static const REALmethodDefinition methods[] = {
     METHOD("removePersistentDomainForName(domainName as string)", removePersistentDomainForName),
     METHOD("addSuiteNamed(suiteName as string)", addSuiteNamed),
     METHOD("removeSuiteNamed(suiteName as string)", removeSuiteNamed),
-    PROPERTY("integerForKey(key as string) as integer", integerForKey, setIntegerForKey),
-    PROPERTY("floatForKey(key as string) as single", floatForKey, setFloatForKey),
-    PROPERTY("doubleForKey(key as string) as double", doubleForKey, setDoubleForKey),
-    PROPERTY("boolForKey(key as string) as boolean", boolForKey, setBoolForKey),
-    PROPERTY("stringForKey(key as string) as string", stringForKey, setStringForKey),
-    PROPERTY("dataForKey(key as string) as memoryblock", dataForKey, setDataForKey),
-    PROPERTY("variantForKey(key as string) as variant", objectForKey, setObjectForKey),
-    PROPERTY("fileForKey(key as string) as folderitem", fileForKey, setFileForKey),
-    PROPERTY("URLForKey(key as string) as string", URLForKey, setURLForKey),
+    ASSIGNABLE("integerForKey(key as string) as integer", integerForKey, setIntegerForKey),
+    ASSIGNABLE("floatForKey(key as string) as single", floatForKey, setFloatForKey),
+    ASSIGNABLE("doubleForKey(key as string) as double", doubleForKey, setDoubleForKey),
+    ASSIGNABLE("boolForKey(key as string) as boolean", boolForKey, setBoolForKey),
+    ASSIGNABLE("stringForKey(key as string) as string", stringForKey, setStringForKey),
+    ASSIGNABLE("dataForKey(key as string) as memoryblock", dataForKey, setDataForKey),
+    ASSIGNABLE("variantForKey(key as string) as variant", objectForKey, setObjectForKey),
+    ASSIGNABLE("fileForKey(key as string) as folderitem", fileForKey, setFileForKey),
+    ASSIGNABLE("URLForKey(key as string) as string", URLForKey, setURLForKey),
     METHOD("stringArrayForKey(key as string) as string()", stringArrayForKey),
-    PROPERTY("dictionaryForKey(key as string) as dictionary", dictionaryForKey, setDictionaryForKey),
+    ASSIGNABLE("dictionaryForKey(key as string) as dictionary", dictionaryForKey, setDictionaryForKey),
     METHOD("arrayForKey(key as string) as variant()", arrayForKey),
     METHOD("setIntegerValue(key as string, value as integer)", setIntegerForKey),
     METHOD("setFloatValue(key as string, value as single)", setFloatForKey),
@@ -77,7 +77,8 @@ static const REALmethodDefinition sharedMethods[] = {
 };
 static_assert(std::size(sharedMethods) == 6);
 
-REALclassDefinition userDefaultsClass = {
+// The record as it is before any registration; it is never changed.
+static const REALclassDefinition original = {
     kNewestRecordVersion,
     "NSUserDefaultsKTZ",
     nullptr,                                    // superName: none
@@ -101,15 +102,10 @@ REALclassDefinition userDefaultsClass = {
 
 // clang-format on
 
+REALclassDefinition userDefaultsClass;
+
 void RestoreUserDefaultsClass()
 {
-    static REALclassDefinition original;
-    static bool originalIsKnown = false;
-    if (!originalIsKnown) {
-        original = userDefaultsClass;
-        originalIsKnown = true;
-        return;
-    }
     const int32_t instanceDataOffset = userDefaultsClass.forSystemUse;
     userDefaultsClass = original;
     userDefaultsClass.forSystemUse = instanceDataOffset;

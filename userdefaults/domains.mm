@@ -14,7 +14,7 @@ RBBoolean synchronize(REALobject self)
 void removeObjectForKey(REALobject self, REALstring defaultName)
 {
     guarded([=] {
-        NSString *name = textOf(defaultName);
+        NSString *name = TextOf(defaultName);
         [defaultsOf(self) removeObjectForKey:name];
     });
 }
@@ -22,7 +22,7 @@ void removeObjectForKey(REALobject self, REALstring defaultName)
 void removeVolatileDomainForName(REALobject self, REALstring domainName)
 {
     guarded([=] {
-        NSString *name = textOf(domainName);
+        NSString *name = TextOf(domainName);
         [defaultsOf(self) removeVolatileDomainForName:name];
     });
 }
@@ -30,7 +30,7 @@ void removeVolatileDomainForName(REALobject self, REALstring domainName)
 void removePersistentDomainForName(REALobject self, REALstring domainName)
 {
     guarded([=] {
-        NSString *name = textOf(domainName);
+        NSString *name = TextOf(domainName);
         [defaultsOf(self) removePersistentDomainForName:name];
     });
 }
@@ -38,7 +38,7 @@ void removePersistentDomainForName(REALobject self, REALstring domainName)
 void addSuiteNamed(REALobject self, REALstring suiteName)
 {
     guarded([=] {
-        NSString *name = textOf(suiteName);
+        NSString *name = TextOf(suiteName);
         [defaultsOf(self) addSuiteNamed:name];
     });
 }
@@ -46,28 +46,29 @@ void addSuiteNamed(REALobject self, REALstring suiteName)
 void removeSuiteNamed(REALobject self, REALstring suiteName)
 {
     guarded([=] {
-        NSString *name = textOf(suiteName);
+        NSString *name = TextOf(suiteName);
         [defaultsOf(self) removeSuiteNamed:name];
     });
 }
 
 void registerDefaults(REALobject self, REALdictionary dictionary)
 {
-    guarded([=] {
-        NSDictionary *values = NewNSDictionary(dictionary);
+    guarded([=](HeldHandles &held) {
+        NSDictionary *values = NewNSDictionary(dictionary, held);
         [defaultsOf(self) registerDefaults:values];
     });
 }
 
 REALdictionary dictionaryRepresentation(REALobject self)
 {
-    return guarded([=] { return NSDictionaryRB([defaultsOf(self) dictionaryRepresentation]); });
+    return guarded(
+        [=](HeldHandles &held) { return NSDictionaryRB([defaultsOf(self) dictionaryRepresentation], held); });
 }
 
 RBBoolean objectIsForcedForKey(REALobject self, REALstring key)
 {
     return guarded([=] {
-        NSString *name = textOf(key);
+        NSString *name = TextOf(key);
         return RBBoolean([defaultsOf(self) objectIsForcedForKey:name]);
     });
 }
@@ -75,62 +76,61 @@ RBBoolean objectIsForcedForKey(REALobject self, REALstring key)
 RBBoolean objectIsForcedForKey2(REALobject self, REALstring key, REALstring domain)
 {
     return guarded([=] {
-        NSString *name = textOf(key);
-        NSString *domainName = textOf(domain);
+        NSString *name = TextOf(key);
+        NSString *domainName = TextOf(domain);
         return RBBoolean([defaultsOf(self) objectIsForcedForKey:name inDomain:domainName]);
     });
 }
 
 void setPersistentDomain(REALobject self, REALdictionary domain, REALstring domainName)
 {
-    guarded([=] {
-        NSString *name = textOf(domainName);
-        NSDictionary *values = NewNSDictionary(domain);
+    guarded([=](HeldHandles &held) {
+        NSString *name = TextOf(domainName);
+        NSDictionary *values = NewNSDictionary(domain, held);
         [defaultsOf(self) setPersistentDomain:values forName:name];
     });
 }
 
 void setVolatileDomain(REALobject self, REALdictionary domain, REALstring domainName)
 {
-    guarded([=] {
-        NSString *name = textOf(domainName);
-        NSDictionary *values = NewNSDictionary(domain);
+    guarded([=](HeldHandles &held) {
+        NSString *name = TextOf(domainName);
+        NSDictionary *values = NewNSDictionary(domain, held);
         [defaultsOf(self) setVolatileDomain:values forName:name];
     });
 }
 
 // The shape of both lists of names.
 template <typename NamesOf>
-static REALarrayString HostArrayOfNames(REALobject self, NamesOf namesOf)
+static REALarray HostArrayOfNames(REALobject self, NamesOf namesOf)
 {
-    return reinterpret_cast<REALarrayString>(
-        FilledArray(REALCreateArray(kHostStringElements, kEmptyArrayBound), [=](REALarray array) {
-            FillStringArray(reinterpret_cast<REALarrayString>(array), namesOf(defaultsOf(self)));
-        }));
+    return FilledArray(kHostStringElements, [=](REALarray array, HeldHandles &held) {
+        FillStringArray(array, namesOf(defaultsOf(self)), held);
+    });
 }
 
-REALarrayString persistentDomainNames(REALobject self)
+REALarray persistentDomainNames(REALobject self)
 {
     return HostArrayOfNames(self, [](NSUserDefaults *defaults) { return [defaults persistentDomainNames]; });
 }
 
 REALdictionary persistentDomainForName(REALobject self, REALstring domainName)
 {
-    return guarded([=] {
-        NSString *name = textOf(domainName);
-        return NSDictionaryRB([defaultsOf(self) persistentDomainForName:name]);
+    return guarded([=](HeldHandles &held) {
+        NSString *name = TextOf(domainName);
+        return NSDictionaryRB([defaultsOf(self) persistentDomainForName:name], held);
     });
 }
 
-REALarrayString volatileDomainNames(REALobject self)
+REALarray volatileDomainNames(REALobject self)
 {
     return HostArrayOfNames(self, [](NSUserDefaults *defaults) { return [defaults volatileDomainNames]; });
 }
 
 REALdictionary volatileDomainForName(REALobject self, REALstring domainName)
 {
-    return guarded([=] {
-        NSString *name = textOf(domainName);
-        return NSDictionaryRB([defaultsOf(self) volatileDomainForName:name]);
+    return guarded([=](HeldHandles &held) {
+        NSString *name = TextOf(domainName);
+        return NSDictionaryRB([defaultsOf(self) volatileDomainForName:name], held);
     });
 }

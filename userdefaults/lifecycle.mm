@@ -49,12 +49,7 @@ void Constructor(REALobject self)
 void ConstructorUser(REALobject self, REALstring username)
 {
     Construct(self, [=] {
-        NSString *user = textOf(username);
+        NSString *user = TextOf(username);
         return [[NSUserDefaults alloc] initWithUser:user];
     });
-}
-
-REALobject DummyException(REALobject)
-{
-    return nullptr;
 }

@@ -8,32 +8,32 @@
 
 REALmemoryBlock dataForKey(REALobject self, REALstring key)
 {
-    return guarded([=] {
-        NSString *name = textOf(key);
-        return NSDataRB([defaultsOf(self) dataForKey:name]);
+    return guarded([=](HeldHandles &held) {
+        NSString *name = TextOf(key);
+        return NSDataRB([defaultsOf(self) dataForKey:name], held);
     });
 }
 
 REALobject objectForKey(REALobject self, REALstring key)
 {
-    return guarded([=] {
-        NSString *name = textOf(key);
-        return NewVariantFromNSObject([defaultsOf(self) objectForKey:name]);
+    return guarded([=](HeldHandles &held) {
+        NSString *name = TextOf(key);
+        return NewVariantFromNSObject([defaultsOf(self) objectForKey:name], held);
     });
 }
 
 REALfolderItem fileForKey(REALobject self, REALstring key)
 {
-    return guarded([=] {
-        NSString *name = textOf(key);
-        return NSURLRBFile([defaultsOf(self) URLForKey:name]);
+    return guarded([=](HeldHandles &held) {
+        NSString *name = TextOf(key);
+        return NSURLRBFile([defaultsOf(self) URLForKey:name], held);
     });
 }
 
 void setFileForKey(REALobject self, REALstring key, REALfolderItem value)
 {
     guarded([=] {
-        NSString *name = textOf(key);
+        NSString *name = TextOf(key);
         NSURL *url = NewNSURLfile(value);
         [defaultsOf(self) setURL:url forKey:name];
     });
@@ -41,19 +41,19 @@ void setFileForKey(REALobject self, REALstring key, REALfolderItem value)
 
 REALdictionary dictionaryForKey(REALobject self, REALstring key)
 {
-    return guarded([=] {
-        NSString *name = textOf(key);
-        return NSDictionaryRB([defaultsOf(self) dictionaryForKey:name]);
+    return guarded([=](HeldHandles &held) {
+        NSString *name = TextOf(key);
+        return NSDictionaryRB([defaultsOf(self) dictionaryForKey:name], held);
     });
 }
 
 // The shape of the setters whose values are property-list objects: the key first, then the value.
 template <typename Value, typename Object>
-static void SetObject(REALobject self, REALstring key, Value value, Object (*convert)(Value))
+static void SetObject(REALobject self, REALstring key, Value value, Object (*convert)(Value, HeldHandles &))
 {
-    guarded([=] {
-        NSString *name = textOf(key);
-        Object object = convert(value);
+    guarded([=](HeldHandles &held) {
+        NSString *name = TextOf(key);
+        Object object = convert(value, held);
         [defaultsOf(self) setObject:object forKey:name];
     });
 }

@@ -4,7 +4,7 @@
 int32_t integerForKey(REALobject self, REALstring key)
 {
     return guarded([=] {
-        NSString *name = textOf(key);
+        NSString *name = TextOf(key);
         return [defaultsOf(self) integerForKey:name];
     });
 }
@@ -12,7 +12,7 @@ int32_t integerForKey(REALobject self, REALstring key)
 void setIntegerForKey(REALobject self, REALstring key, int32_t value)
 {
     guarded([=] {
-        NSString *name = textOf(key);
+        NSString *name = TextOf(key);
         [defaultsOf(self) setInteger:value forKey:name];
     });
 }
@@ -20,7 +20,7 @@ void setIntegerForKey(REALobject self, REALstring key, int32_t value)
 float floatForKey(REALobject self, REALstring key)
 {
     return guarded([=] {
-        NSString *name = textOf(key);
+        NSString *name = TextOf(key);
         return [defaultsOf(self) floatForKey:name];
     });
 }
@@ -28,7 +28,7 @@ float floatForKey(REALobject self, REALstring key)
 void setFloatForKey(REALobject self, REALstring key, float value)
 {
     guarded([=] {
-        NSString *name = textOf(key);
+        NSString *name = TextOf(key);
         [defaultsOf(self) setFloat:value forKey:name];
     });
 }
@@ -37,7 +37,7 @@ void setFloatForKey(REALobject self, REALstring key, float value)
 double doubleForKey(REALobject self, REALstring key)
 {
     return guarded([=]() -> double {
-        NSString *name = textOf(key);
+        NSString *name = TextOf(key);
         NSUserDefaults *defaults = defaultsOf(self);
         if ([defaults respondsToSelector:@selector(doubleForKey:)])
             return [defaults doubleForKey:name];
@@ -48,7 +48,7 @@ double doubleForKey(REALobject self, REALstring key)
 void setDoubleForKey(REALobject self, REALstring key, double value)
 {
     guarded([=] {
-        NSString *name = textOf(key);
+        NSString *name = TextOf(key);
         NSUserDefaults *defaults = defaultsOf(self);
         if ([defaults respondsToSelector:@selector(setDouble:forKey:)])
             [defaults setDouble:value forKey:name];
@@ -60,7 +60,7 @@ void setDoubleForKey(REALobject self, REALstring key, double value)
 int8_t boolForKey(REALobject self, REALstring key)
 {
     return guarded([=] {
-        NSString *name = textOf(key);
+        NSString *name = TextOf(key);
         return static_cast<int8_t>([defaultsOf(self) boolForKey:name]);
     });
 }
@@ -68,7 +68,7 @@ int8_t boolForKey(REALobject self, REALstring key)
 void setBoolForKey(REALobject self, REALstring key, int8_t value)
 {
     guarded([=] {
-        NSString *name = textOf(key);
+        NSString *name = TextOf(key);
         [defaultsOf(self) setBool:static_cast<BOOL>(value) forKey:name];
     });
 }

@@ -5,26 +5,26 @@
 
 REALstring stringForKey(REALobject self, REALstring key)
 {
-    return guarded([=] {
-        NSString *name = textOf(key);
-        return hostTextOf([defaultsOf(self) stringForKey:name]);
+    return guarded([=](HeldHandles &held) {
+        NSString *name = TextOf(key);
+        return HostTextOf([defaultsOf(self) stringForKey:name], held);
     });
 }
 
 void setStringForKey(REALobject self, REALstring key, REALstring value)
 {
     guarded([=] {
-        NSString *name = textOf(key);
-        NSString *text = textOf(value);
+        NSString *name = TextOf(key);
+        NSString *text = TextOf(value);
         [defaultsOf(self) setObject:text forKey:name];
     });
 }
 
 REALstring URLForKey(REALobject self, REALstring key)
 {
-    return guarded([=] {
-        NSString *name = textOf(key);
-        return hostTextOf([[defaultsOf(self) URLForKey:name] absoluteString]);
+    return guarded([=](HeldHandles &held) {
+        NSString *name = TextOf(key);
+        return HostTextOf([[defaultsOf(self) URLForKey:name] absoluteString], held);
     });
 }
 
@@ -42,7 +42,7 @@ static NSURL *URLOfText(REALstring string)
 void setURLForKey(REALobject self, REALstring key, REALstring value)
 {
     guarded([=] {
-        NSString *name = textOf(key);
+        NSString *name = TextOf(key);
         NSURL *url = URLOfText(value);
         [defaultsOf(self) setURL:url forKey:name];
     });

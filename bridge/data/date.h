@@ -6,8 +6,10 @@
 
 #include <Foundation/Foundation.h>
 
+class HeldHandles;
+
 // Autoreleased. Nil for null and when a part of the date cannot be read.
 NSCalendarDate *NewNSDate(REALdate date);
 
-// A new host Date, owned by the caller; null when the host cannot make one. `date` is not nil.
-REALobject NewHostDate(NSDate *date);
+// A new host Date, held; null when the host cannot make one. `date` is not nil.
+REALobject NewHostDate(NSDate *date, HeldHandles &held);

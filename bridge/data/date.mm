@@ -1,6 +1,6 @@
 #include "bridge/data/date.h"
 
-#include "hostapi/services.h"
+#include "hostapi/held_handles.h"
 
 #include <iterator>
 
@@ -28,7 +28,7 @@ NSCalendarDate *NewNSDate(REALdate date)
                                timeZone:[NSTimeZone localTimeZone]];
 }
 
-REALobject NewHostDate(NSDate *date)
+REALobject NewHostDate(NSDate *date, HeldHandles &held)
 {
     NSCalendarDate *calendarDate = [[[NSCalendarDate alloc]
         initWithTimeIntervalSinceReferenceDate:[date timeIntervalSinceReferenceDate]] autorelease];
@@ -43,7 +43,7 @@ REALobject NewHostDate(NSDate *date)
     value[kMinute] = [calendarDate minuteOfHour];
     value[kHour] = [calendarDate hourOfDay];
 
-    REALobject hostDate = REALnewInstance("Date");
+    REALobject hostDate = held.hold(REALnewInstance("Date"));
     if (!hostDate)
         return nullptr;
     for (int part = 0; part < kPartCount; part++)

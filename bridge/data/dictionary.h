@@ -8,10 +8,12 @@
 
 #include <Foundation/Foundation.h>
 
-// A new host Dictionary, owned by the caller. Null for nil and when the host cannot make one; an empty
+class HeldHandles;
+
+// A new host Dictionary, held. Null for nil and when the host cannot make one; an empty
 // dictionary gives an empty one.
-REALdictionary NSDictionaryRB(NSDictionary *dictionary);
+REALdictionary NSDictionaryRB(NSDictionary *dictionary, HeldHandles &held);
 
 // Autoreleased. Nil for null; an empty Dictionary, or one whose entries cannot be counted, gives an empty
 // immutable dictionary. A key or value without a Cocoa form becomes NSNull.
-NSDictionary *NewNSDictionary(REALdictionary dictionary);
+NSDictionary *NewNSDictionary(REALdictionary dictionary, HeldHandles &held);

@@ -7,9 +7,11 @@
 
 #include <Foundation/Foundation.h>
 
-// A new FolderItem, owned by the caller. Null for nil, for a URL whose parent folder does not exist, and
+class HeldHandles;
+
+// A new FolderItem, held. Null for nil, for a URL whose parent folder does not exist, and
 // when the host cannot make one. A name of more than 255 UTF-16 units is cut to 255.
-REALfolderItem NSURLRBFile(NSURL *url);
+REALfolderItem NSURLRBFile(NSURL *url, HeldHandles &held);
 
 // A file URL, autoreleased. Nil for null and for an item that the host can express in no way.
 NSURL *NewNSURLfile(REALfolderItem item);

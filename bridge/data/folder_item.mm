@@ -1,6 +1,6 @@
 #include "bridge/data/folder_item.h"
 
-#include "hostapi/services.h"
+#include "hostapi/held_handles.h"
 
 #include <CoreServices/CoreServices.h>
 
@@ -73,14 +73,14 @@ static REALfolderItem NewItemOfExistingFile(const FSRef *ref)
     return NewItemFromSpec(ref);
 }
 
-REALfolderItem NSURLRBFile(NSURL *url)
+REALfolderItem NSURLRBFile(NSURL *url, HeldHandles &held)
 {
     if (!url)
         return nullptr;
     FSRef ref;
     if (!CFURLGetFSRef((CFURLRef)url, &ref))
-        return NewItemInParent((CFURLRef)url);
-    return NewItemOfExistingFile(&ref);
+        return held.hold(NewItemInParent((CFURLRef)url));
+    return held.hold(NewItemOfExistingFile(&ref));
 }
 
 // The first way: the host knows the item's own reference.

@@ -1,19 +1,18 @@
 #include "bridge/data/string_array.h"
 
-#include "bridge/exceptions/held_handles.h"
-#include "bridge/strings/cf_string.h"
-#include "hostapi/services.h"
+#include "bridge/strings/ns_string.h"
+#include "hostapi/held_handles.h"
 
-void FillStringArray(REALarrayString array, NSArray *strings)
+void FillStringArray(REALarray array, NSArray *strings, HeldHandles &held)
 {
     if (!array || !strings)
         return;
     NSEnumerator *enumerator = [strings objectEnumerator];
     int32_t index = 0;
     while (NSString *element = [enumerator nextObject]) {
-        REALstring string = Hold(CFString2RBString((CFStringRef)element));
-        REALInsertArrayValueString(reinterpret_cast<REALarray>(array), index, string);
-        ReleaseNewestHeld();
+        REALstring string = HostTextOf(element, held);
+        REALInsertArrayValueString(array, index, string);
+        held.release(string);
         index++;
     }
 }

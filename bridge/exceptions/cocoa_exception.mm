@@ -1,15 +1,31 @@
 #include "bridge/exceptions/cocoa_exception.h"
 
 #include "bridge/family/family.h"
-#include "hostapi/services.h"
+#include "hostapi/exceptions.h"
+#include "hostapi/holding.h"
 
 void RaiseNSExceptionKTZ(NSException *exception)
 {
     NSLog(@"A %@: %@, Info: %@\n", [exception name], [exception reason], [exception userInfo]);
 
-    REALobject hostException = [NSException NewNSExceptionKTZ:exception];
-    if (!hostException)
-        return;
-    REALRaiseException(hostException);
-    REALUnlockObject(hostException);
+    holding([=](HeldHandles &held) {
+        REALobject hostException = held.hold([NSException NewNSExceptionKTZ:exception]);
+        if (!hostException)
+            return;
+        REALRaiseException(hostException);
+        held.release(hostException);
+    });
+}
+
+void RaiseOrThrowOn(id thrown)
+{
+    @try {
+        @throw thrown; // so that the handlers tell its kind
+    } @catch (NSException *exception) {
+        RaiseNSExceptionKTZ(exception);
+    } @catch (id other) {
+        if (other != kNoMemoryForHandles)
+            @throw;
+        RaiseException("OutOfMemoryException", "Failed to allocate memory for a conversion.", 0);
+    }
 }

@@ -2,36 +2,96 @@
 #pragma once
 
 #include "bridge/exceptions/cocoa_exception.h"
-#include "bridge/exceptions/held_handles.h"
+#include "hostapi/held_handles.h"
 
 #include <Foundation/Foundation.h>
 
-// Runs `body` and returns its result. An NSException is raised in host code and the neutral result is
-// returned (0, false, null); whatever else is thrown passes through unchanged. Host handles that the body
-// still held are unlocked.
-//
-// Inside the body nothing may rely on a destructor: Cocoa's objects are autoreleased at once, host handles
-// are held (bridge/exceptions/held_handles.h).
-//
-// A C++ exception of the host is not looked after: it passes through, and what was held then stays locked. The
-// one that hosts throw, std::bad_alloc while a string is built, is caught where it is thrown
-// (hostapi/build_string.cpp).
+#include <type_traits>
+#include <utility>
+
+// What a body without handles holds.
+struct NoHandles {
+    void hold(const void *) {}
+    void keep(const void *) {}
+    void releaseAll() {}
+};
+
 template <typename Body>
-auto guarded(Body body) -> decltype(body())
+constexpr bool TakesHandles = std::is_invocable_v<Body, HeldHandles &>;
+
+template <typename Body>
+auto RunBody(const Body &body, HeldHandles &held)
 {
-    using Result = decltype(body());
-    const HeldMark mark = NewestHeld();
+    return body(held);
+}
+
+template <typename Body>
+auto RunBody(const Body &body, NoHandles &)
+{
+    return body();
+}
+
+// Raises in host code what ended a call, or throws it on.
+void RaiseOrThrowOn(id thrown);
+
+// Inside the body nothing may rely on a destructor, which the 32-bit runtime of macOS skips on its way here: Cocoa's
+// objects are autoreleased at once, host handles are held.
+template <typename Result, typename Body, typename Held>
+inline Result RunHandled(Result neutral, const Body &body, Held &held)
+{
     @try {
-        return body();
-    } @catch (NSException *exception) {
+        Result result = RunBody(body, held);
+        if constexpr (std::is_pointer_v<Result>)
+            held.keep(result);
+        return result;
+    } @catch (id thrown) {
         @try {
-            RaiseNSExceptionKTZ(exception);
+            RaiseOrThrowOn(thrown);
+            if constexpr (std::is_pointer_v<Result>)
+                held.keep(neutral);
         } @finally {
-            ReleaseHeldSince(mark); // also when the family's exception library is missing and raising raises
+            held.releaseAll(); // also when the family's exception library is missing and raising raises
         }
-    } @catch (id) {
-        ReleaseHeldSince(mark);
-        @throw;
     }
-    return Result();
+    return neutral;
+}
+
+// An exception of C++ runs no handler, but destructors, unless they share a frame with a handler for every object: so
+// the handlers have one of their own.
+template <typename Result, typename Body>
+__attribute__((noinline)) Result RunHandledApart(Result neutral, const Body &body, HeldHandles &held)
+{
+    return RunHandled(neutral, body, held);
+}
+
+// Runs `body` and returns its result; a handle among them goes to host code with its lock. An NSException is raised in
+// host code and `neutral` is returned, and so for a call that runs out of memory for its handles; whatever else is
+// thrown passes through unchanged. Either way the host handles that the call still held are given back: those of the
+// body, and `neutral` where that is a handle and nobody gets it. A body with such a `neutral` returns the same.
+template <typename Result, typename Body>
+Result guarded(Result neutral, Body body)
+{
+    if constexpr (TakesHandles<Body>) {
+        HeldHandles held;
+        if constexpr (std::is_pointer_v<Result>)
+            held.hold(neutral);
+        return RunHandledApart(neutral, body, held);
+    } else {
+        NoHandles none;
+        return RunHandled(neutral, body, none);
+    }
+}
+
+// With 0, false, null or nothing as the neutral result.
+template <typename Body>
+auto guarded(Body body)
+{
+    using Held = std::conditional_t<TakesHandles<Body>, HeldHandles, NoHandles>;
+    using Result = decltype(RunBody(body, std::declval<Held &>()));
+    if constexpr (!std::is_void_v<Result>)
+        return guarded(Result(), body);
+    else if constexpr (TakesHandles<Body>)
+        guarded(0, [&](HeldHandles &held) { return body(held), 0; });
+    else
+        guarded(0, [&] { return body(), 0; });
 }

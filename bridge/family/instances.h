@@ -2,7 +2,7 @@
 // carries it.
 #pragma once
 
-#include "hostapi/types.h"
+#include "hostapi/held_handles.h"
 
 #include <CoreFoundation/CoreFoundation.h>
 
@@ -11,8 +11,17 @@
 // lives, whose finaliser removes it.
 extern CFMutableDictionaryRef instances;
 
-// The host object that carries `object`, locked once more for the caller; null when none is recorded.
-REALobject LockedCarrierOf(const void *object);
+// The host object that carries `object`, locked once more and held; null when none is recorded. It stands here because
+// every conversion of a Cocoa object asks.
+inline REALobject LockedCarrierOf(const void *object, HeldHandles &held)
+{
+    const void *carrier = nullptr;
+    if (!instances || !CFDictionaryGetValueIfPresent(instances, object, &carrier) || !carrier)
+        return nullptr;
+    REALobject hostObject = static_cast<REALobject>(const_cast<void *>(carrier));
+    REALLockObject(hostObject);
+    return held.hold(hostObject);
+}
 
 void RecordCarrier(const void *object, REALobject carrier);
 void ForgetCarrier(const void *object);

@@ -1,6 +1,7 @@
 #include "bridge/strings/cf_string.h"
 
-#include "hostapi/owners.h"
+#include "hostapi/heap_block.h"
+#include "hostapi/held_handles.h"
 #include "hostapi/records.h"
 #include "hostapi/services.h"
 #include "hostapi/strings.h"
@@ -20,8 +21,8 @@ static CFStringRef CreateFromBytes(const char *text, int32_t length, uint32_t en
 
 static CFStringRef CreateFromHandedOutBytes(REALstring string, uint32_t encoding)
 {
-    REALstringData data = {};
-    data.length = OwnBytesCapacity(string);
+    REALstringData data;
+    data.length = 0; // no more room than the text needs
     if (!REALGetStringData(string, kOwnBytes, &data))
         return nullptr;
     CFStringRef text = CreateFromBytes(data.data, data.length, encoding);
@@ -58,14 +59,14 @@ CFStringRef RBString2CFString(REALstring string)
 }
 
 // `buffer` has room for `size` bytes, the terminating zero among them.
-static REALstring BuildFromUTF8(CFStringRef text, char *buffer, CFIndex size)
+static REALstring BuildFromUTF8(CFStringRef text, char *buffer, CFIndex size, HeldHandles &held)
 {
     if (!CFStringGetCString(text, buffer, size, kUTF8Text))
         return nullptr;
-    return REALBuildUnicodeString(buffer, strlen(buffer), kUTF8Text);
+    return REALBuildUnicodeString(buffer, strlen(buffer), kUTF8Text, held);
 }
 
-REALstring CFString2RBString(CFStringRef text)
+REALstring CFString2RBString(CFStringRef text, HeldHandles &held)
 {
     if (!text)
         return nullptr;
@@ -75,9 +76,9 @@ REALstring CFString2RBString(CFStringRef text)
 
     if (length <= 99) { // at most 297 bytes of UTF-8
         char local[601] = {};
-        return BuildFromUTF8(text, local, 600);
+        return BuildFromUTF8(text, local, 600, held);
     }
     const uint32_t size = static_cast<uint32_t>(length) * 6;
     const HeapBlock heap(ZeroedAllocation(size));
-    return heap.get<char>() ? BuildFromUTF8(text, heap.get<char>(), size) : nullptr;
+    return heap.get<char>() ? BuildFromUTF8(text, heap.get<char>(), size, held) : nullptr;
 }

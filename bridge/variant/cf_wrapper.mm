@@ -1,5 +1,6 @@
 // Wrapper objects for Core Foundation and Core Text objects, chosen by type id.
 #include "bridge/variant/wrapper_objects.h"
+#include "hostapi/held_handles.h"
 
 #include <CoreText/CoreText.h>
 
@@ -80,7 +81,7 @@ static const char *ClassNameForType(CFTypeID type)
     return name ? name : kAnyCFObject;
 }
 
-REALobject NewCFWrapper(CFTypeRef object)
+REALobject NewCFWrapper(CFTypeRef object, HeldHandles &held)
 {
     REALobject wrapper = REALnewInstance(ClassNameForType(CFGetTypeID(object)));
     if (!wrapper)
@@ -93,6 +94,7 @@ REALobject NewCFWrapper(CFTypeRef object)
     if (words[kTagWord] != kCFWrapperTag)
         return nullptr;
     words[kTagWord] = kCFWrapperTag;
+    held.hold(wrapper);
     words[kObjectWord] = uint32_t(reinterpret_cast<uintptr_t>(CFRetain(object)));
     return wrapper;
 }

@@ -5,6 +5,8 @@
 
 #include <Foundation/Foundation.h>
 
+class HeldHandles;
+
 // A new Variant of the host type that fits the number's own type, owned by the caller; null when the host
 // cannot make one.
-REALobject NewVariantFromNumber(NSNumber *number);
+REALobject NewVariantFromNumber(NSNumber *number, HeldHandles &held);

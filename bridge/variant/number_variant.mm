@@ -1,6 +1,6 @@
 #include "bridge/variant/number_variant.h"
 
-#include "hostapi/services.h"
+#include "hostapi/held_handles.h"
 
 #include <iterator>
 
@@ -43,12 +43,12 @@ static_assert(std::size(rows) == 12);
 
 // clang-format on
 
-REALobject NewVariantFromNumber(NSNumber *number)
+REALobject NewVariantFromNumber(NSNumber *number, HeldHandles &held)
 {
     const char *type = [number objCType];
     for (const NumberRow &row : rows) {
         if (type[0] == row.objCType && type[1] == 0)
-            return row.newVariant(number);
+            return held.hold(row.newVariant(number));
     }
-    return NewDouble(number);
+    return held.hold(NewDouble(number));
 }

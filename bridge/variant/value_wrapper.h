@@ -6,12 +6,14 @@
 
 #include <Foundation/Foundation.h>
 
+class HeldHandles;
+
 // A host object for a rectangle, size, range, point or time value, owned by the caller. Null for a value
 // of any other type, and when the host or the family lacks the class.
 REALobject NewVariantFromValue(NSValue *value);
 
-// The value in a host object's instance data, autoreleased.
-id RectValueOf(REALobject object);
-id SizeValueOf(REALobject object);
-id RangeValueOf(REALobject object);
-id PointValueOf(REALobject object);
+// The value in a host object's instance data, autoreleased. Nothing is held for it.
+id RectValueOf(REALobject object, HeldHandles &held);
+id SizeValueOf(REALobject object, HeldHandles &held);
+id RangeValueOf(REALobject object, HeldHandles &held);
+id PointValueOf(REALobject object, HeldHandles &held);

@@ -60,22 +60,22 @@ static Struct StructOf(REALobject object)
     return value;
 }
 
-id RectValueOf(REALobject object)
+id RectValueOf(REALobject object, HeldHandles &)
 {
     return [NSValue valueWithRect:StructOf<NSRect>(object)];
 }
 
-id SizeValueOf(REALobject object)
+id SizeValueOf(REALobject object, HeldHandles &)
 {
     return [NSValue valueWithSize:StructOf<NSSize>(object)];
 }
 
-id RangeValueOf(REALobject object)
+id RangeValueOf(REALobject object, HeldHandles &)
 {
     return [NSValue valueWithRange:StructOf<NSRange>(object)];
 }
 
-id PointValueOf(REALobject object)
+id PointValueOf(REALobject object, HeldHandles &)
 {
     return [NSValue valueWithPoint:StructOf<NSPoint>(object)];
 }

@@ -1,11 +1,10 @@
 #include "bridge/variant/variant_to_object.h"
 
 #include "bridge/data/date.h"
-#include "bridge/exceptions/held_handles.h"
-#include "bridge/strings/cf_string.h"
+#include "bridge/strings/ns_string.h"
 #include "bridge/variant/array_to_object.h"
 #include "bridge/variant/host_object.h"
-#include "hostapi/services.h"
+#include "hostapi/held_handles.h"
 
 #include <iterator>
 
@@ -27,48 +26,48 @@ static int32_t Int32Of(REALobject variant)
     return ValueOf(variant, GetVariantInt32, REALGetPropValueInt32, "Int32Value");
 }
 
-static id NumberOfInt32(REALobject variant)
+static id NumberOfInt32(REALobject variant, HeldHandles &)
 {
     return [NSNumber numberWithLong:Int32Of(variant)];
 }
 
-static id NumberOfInt64(REALobject variant)
+static id NumberOfInt64(REALobject variant, HeldHandles &)
 {
     return [NSNumber numberWithLongLong:ValueOf(variant, GetVariantInt64, REALGetPropValueInt64, "LongValue")];
 }
 
-static id NumberOfSingle(REALobject variant)
+static id NumberOfSingle(REALobject variant, HeldHandles &)
 {
     return [NSNumber numberWithFloat:ValueOf(variant, GetVariantSingle, REALGetPropValueSingle, "SingleValue")];
 }
 
-static id NumberOfDouble(REALobject variant)
+static id NumberOfDouble(REALobject variant, HeldHandles &)
 {
     return [NSNumber numberWithDouble:ValueOf(variant, GetVariantDouble, REALGetPropValueDouble, "DoubleValue")];
 }
 
 // Only the low byte of the value counts, so 256 is false: what the host stores in a boolean is a byte.
-static id NumberOfBoolean(REALobject variant)
+static id NumberOfBoolean(REALobject variant, HeldHandles &)
 {
     return [NSNumber numberWithBool:static_cast<BOOL>(static_cast<int8_t>(Int32Of(variant)))];
 }
 
-static id StringOf(REALobject variant)
+static id StringOf(REALobject variant, HeldHandles &held)
 {
-    REALstring string = Hold(ValueOf(variant, GetVariantString, REALGetPropValueString, "StringValue"));
-    NSString *text = string ? [(NSString *)RBString2CFString(string) autorelease] : nil;
-    ReleaseNewestHeld();
+    REALstring string = held.hold(ValueOf(variant, GetVariantString, REALGetPropValueString, "StringValue"));
+    NSString *text = TextOf(string);
+    held.release(string);
     return text ? text : @"";
 }
 
-static id DateOf(REALobject variant)
+static id DateOf(REALobject variant, HeldHandles &held)
 {
     REALobject date = nullptr;
     if (!REALGetPropValueObject(variant, "DateValue", &date))
         return nil;
-    Hold(date);
+    held.hold(date);
     id result = NewNSDate(reinterpret_cast<REALdate>(date));
-    ReleaseNewestHeld();
+    held.release(date);
     return result;
 }
 
@@ -76,7 +75,7 @@ namespace {
 
 struct TypeRow {
     int32_t type;
-    id (*convert)(REALobject variant);
+    id (*convert)(REALobject variant, HeldHandles &held);
 };
 
 } // namespace
@@ -124,14 +123,14 @@ static int32_t TypeOf(REALobject variant)
     return type;
 }
 
-id GetVariantAsNSObject(REALobject variant)
+id GetVariantAsNSObject(REALobject variant, HeldHandles &held)
 {
     if (!variant)
         return nil;
     const int32_t type = TypeOf(variant);
     for (const TypeRow &row : rows) {
         if (row.type == type)
-            return row.convert(variant);
+            return row.convert(variant, held);
     }
     return nil;
 }

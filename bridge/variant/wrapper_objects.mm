@@ -1,6 +1,7 @@
 #include "bridge/variant/wrapper_objects.h"
 
 #include "bridge/family/instances.h"
+#include "hostapi/held_handles.h"
 
 #include <objc/runtime.h>
 
@@ -29,39 +30,41 @@ static REALobject NewInstanceNamedAfter(Class cocoaClass)
 // that is not accepted is left as it is, neither kept nor released. The order is kept as it is, first
 // the instance, then the question: a wrapper class sees the same calls for every object.
 template <typename Accepts>
-static REALobject NewMostDerivedWrapper(id object, Accepts accepts)
+static REALobject NewMostDerivedWrapper(id object, HeldHandles &held, Accepts accepts)
 {
     for (Class cocoaClass = [object class]; cocoaClass; cocoaClass = [cocoaClass superclass]) {
-        REALobject wrapper = NewInstanceNamedAfter(cocoaClass);
-        if (wrapper && accepts()) {
+        REALobject wrapper = held.hold(NewInstanceNamedAfter(cocoaClass));
+        const bool accepted = wrapper && accepts();
+        if (accepted)
             Carry(wrapper, object);
+        if (accepted)
             return wrapper;
-        }
+        held.keep(wrapper);
     }
     return nullptr;
 }
 
-REALobject NewNSObjectKTZ(id object, Class required)
+REALobject NewNSObjectKTZ(id object, Class required, HeldHandles &held)
 {
     if (!object || !required)
         return nullptr;
-    return NewMostDerivedWrapper(object, [=] { return bool([object isKindOfClass:required]); });
+    return NewMostDerivedWrapper(object, held, [=] { return bool([object isKindOfClass:required]); });
 }
 
-REALobject NewWrapperByClassName(id object)
+REALobject NewWrapperByClassName(id object, HeldHandles &held)
 {
-    return NewMostDerivedWrapper(object, [] { return true; });
+    return NewMostDerivedWrapper(object, held, [] { return true; });
 }
 
-REALobject NewRegisteredWrapper(id object, const char *className)
+REALobject NewRegisteredWrapper(id object, const char *className, HeldHandles &held)
 {
     if (!object)
         return nullptr;
 
-    if (REALobject shared = LockedCarrierOf(object))
+    if (REALobject shared = LockedCarrierOf(object, held))
         return shared;
 
-    REALobject wrapper = REALnewInstance(className);
+    REALobject wrapper = held.hold(REALnewInstance(className));
     if (!wrapper)
         return nullptr;
     Carry(wrapper, object);

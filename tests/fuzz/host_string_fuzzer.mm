@@ -1,6 +1,7 @@
 // Host strings of any bytes, encoding and host version cross to Cocoa and back: against a plain account of the
 // encodings that need no table of the system's, and against themselves in all others.
 #include "bridge/strings/cf_string.h"
+#include "hostapi/held_handles.h"
 #include "hostapi/strings.h"
 #include "tests/fuzz/input.h"
 #include "tests/fuzz/pool.h"
@@ -107,7 +108,8 @@ static void checkWayBack(CFStringRef text)
 {
     Units units = unitsOf(text);
     size_t end;
-    auto *back = reinterpret_cast<String *>(CFString2RBString(text));
+    HeldHandles held;
+    auto *back = reinterpret_cast<String *>(held.keep(CFString2RBString(text, held)));
     if (!crossesBack(units, &end) || end == 0) {
         REQUIRE(!back);
         return;

@@ -1,4 +1,5 @@
 // Text of any bytes, encoding and length becomes a host string: against a plain account of what must come out.
+#include "hostapi/held_handles.h"
 #include "hostapi/strings.h"
 #include "tests/fuzz/input.h"
 #include "tests/fuzz/small_host.h"
@@ -65,13 +66,15 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
         bytes.insert(bytes.end(), text, text + length);
     bytes.shrink_to_fit(); // a read behind the end is seen
 
+    HeldHandles held;
     if (choice == 0xEF) { // lengths that no text has
         const int64_t wrong = input.number<int64_t>();
         if (wrong <= 0 || wrong > INT32_MAX)
-            REQUIRE(!REALBuildUnicodeString("text", wrong, encoding));
+            REQUIRE(!REALBuildUnicodeString("text", wrong, encoding, held));
     }
 
-    String *string = reinterpret_cast<String *>(REALBuildUnicodeString(bytes.data(), bytes.size(), encoding));
+    String *string =
+        reinterpret_cast<String *>(held.keep(REALBuildUnicodeString(bytes.data(), bytes.size(), encoding, held)));
     REQUIRE((string == nullptr) == bytes.empty());
     if (string) {
         const std::vector<char> wanted = expected(bytes.data(), bytes.size(), &encoding);

@@ -7,7 +7,6 @@
 #include <new>
 #include <stdexcept>
 
-using support::adopt;
 using support::raisedOnce;
 using ::testing::Contains;
 using ::testing::Each;
@@ -70,7 +69,12 @@ protected:
     }
     static host::Value build(const std::string &bytes, uint32_t encoding)
     {
-        return adopt(REALBuildUnicodeString(bytes.data(), bytes.size(), encoding));
+        return build(bytes.data(), bytes.size(), encoding);
+    }
+    static host::Value build(const char *bytes, int64_t length, uint32_t encoding)
+    {
+        return support::adopted(
+            [=](HeldHandles &held) { return REALBuildUnicodeString(bytes, length, encoding, held); });
     }
 };
 
@@ -92,10 +96,10 @@ class BuildStringRules : public BuildString {};
 TEST_F(BuildStringRules, NoTextGivesNilWithoutACallOfTheHost)
 {
     for (uint32_t encoding : {kUTF8Text, kUTF16Text, kUTF32LittleEndianText, kMacRomanText, kOwnBytes}) {
-        EXPECT_EQ(REALBuildUnicodeString("abc", 0, encoding), nullptr);
-        EXPECT_EQ(REALBuildUnicodeString("abc", -1, encoding), nullptr);
-        EXPECT_EQ(REALBuildUnicodeString("abc", INT64_MIN, encoding), nullptr);
-        EXPECT_EQ(REALBuildUnicodeString(nullptr, 3, encoding), nullptr);
+        EXPECT_TRUE(build("abc", 0, encoding).isNullHandle());
+        EXPECT_TRUE(build("abc", -1, encoding).isNullHandle());
+        EXPECT_TRUE(build("abc", INT64_MIN, encoding).isNullHandle());
+        EXPECT_TRUE(build(nullptr, 3, encoding).isNullHandle());
     }
     EXPECT_THAT(host.lookupLog(), IsEmpty());
 }
@@ -103,7 +107,7 @@ TEST_F(BuildStringRules, NoTextGivesNilWithoutACallOfTheHost)
 TEST_F(BuildStringRules, MoreThan2GBGivesNilWithoutACallOfTheHost)
 {
     for (int64_t length : {int64_t(0x80000000), int64_t(0x100000003), INT64_MAX})
-        EXPECT_EQ(REALBuildUnicodeString("abc", length, kUTF8Text), nullptr) << length;
+        EXPECT_TRUE(build("abc", length, kUTF8Text).isNullHandle()) << length;
     EXPECT_THAT(host.lookupLog(), IsEmpty());
 }
 
@@ -165,7 +169,7 @@ TEST_F(BuildStringRules, UTF32WithoutMemoryGivesNilSilently)
 {
     Allocations allocations;
     allocations.failCallocs();
-    EXPECT_EQ(REALBuildUnicodeString(std::string(800, 'x').data(), 800, kUTF32LittleEndianText), nullptr);
+    EXPECT_TRUE(build(std::string(800, 'x').data(), 800, kUTF32LittleEndianText).isNullHandle());
     EXPECT_EQ(host.calls("REALBuildString"), 0);
 }
 
@@ -218,7 +222,8 @@ TEST_F(BuildStringRules, UTF32ThatTheHostDoesNotBuildIsWhatItMakesOfNil)
     givenToConvert = this;
     convertNil = sample.handle();
     host.replace("REALConvertString", reinterpret_cast<void *>(convertToSample));
-    EXPECT_EQ(REALBuildUnicodeString("abcd", 4, kUTF32LittleEndianText), sample.handle());
+    HeldHandles held;
+    EXPECT_EQ(held.keep(REALBuildUnicodeString("abcd", 4, kUTF32LittleEndianText, held)), sample.handle());
     EXPECT_EQ(givenToConvert, nullptr);
 }
 

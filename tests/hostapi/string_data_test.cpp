@@ -94,7 +94,7 @@ TEST_P(StringData, OfOwnBytesIsCopiedAsItIs)
 {
     startWithoutStringData();
     host::Value string = host::Value::string(GetParam().bytes, GetParam().encoding);
-    EXPECT_EQ(bytesOf(string, kOwnBytes, OwnBytesCapacity(support::stringOf(string))), GetParam().bytes);
+    EXPECT_EQ(bytesOf(string, kOwnBytes), GetParam().bytes);
     EXPECT_EQ(host.calls("REALConvertString"), 0);
     EXPECT_EQ(host.calls("REALGetStringEncoding"), 0);
 }
@@ -142,19 +142,29 @@ TEST_F(StringDataRules, WithoutConversionLeavesTheRecordUntouched)
     EXPECT_TRUE(isUntouched(data));
 }
 
-TEST_F(StringDataRules, WithoutTheTextOrItsLengthGivesNoneUntilTheHostHasBoth)
-{
-    startWithoutStringData();
-    host::Value string = "text";
-    for (const char *missing : {"StringGetCString", "LenB"}) {
+class StringDataWithout : public StringData {
+protected:
+    void expectNoneUntilShown(const char *missing)
+    {
+        startWithoutStringData();
+        host::Value string = "text";
         host.hide(missing);
         REALstringData data = untouched();
-        EXPECT_FALSE(REALGetStringData(support::stringOf(string), kUTF8Text, &data)) << missing;
+        EXPECT_FALSE(REALGetStringData(support::stringOf(string), kUTF8Text, &data));
         EXPECT_TRUE(isUntouched(data));
         host.show(missing);
+        EXPECT_EQ(bytesOf(string, kUTF8Text), "text");
     }
-    EXPECT_EQ(bytesOf(string, kUTF8Text), "text");
-    EXPECT_GE(host.lookups("PluginGetStringData"), 3) << "asked for again each time";
+};
+
+TEST_F(StringDataWithout, TheTextGivesNoneUntilTheHostHasIt)
+{
+    expectNoneUntilShown("StringGetCString");
+}
+
+TEST_F(StringDataWithout, TheLengthGivesNoneUntilTheHostHasIt)
+{
+    expectNoneUntilShown("LenB");
 }
 
 TEST_F(StringDataRules, LoadsTheLengthFunctionByItsDeclarationOnce)
@@ -213,17 +223,51 @@ TEST_F(StringDataRules, BufferOfAnEncodingIsSizedByTheText)
     REALDisposeStringData(&data);
 }
 
-TEST_F(StringDataRules, CapacityForOwnBytesHoldsTheText)
+TEST_F(StringDataRules, OwnBytesFitWhateverTheCallerSays)
 {
     startWithoutStringData();
-    EXPECT_EQ(OwnBytesCapacity(support::stringOf(host::Value(std::string(7000, 'x')))), 7000);
+    host::Value string = std::string(7000, 'x');
+    for (int32_t said : {0, -1, 100}) {
+        REALstringData data = {};
+        data.length = said;
+        Allocations allocations;
+        ASSERT_TRUE(REALGetStringData(support::stringOf(string), kOwnBytes, &data));
+        EXPECT_THAT(allocations.mallocs, ElementsAre(7004)) << said;
+        REALDisposeStringData(&data);
+    }
 }
 
-TEST_F(StringDataRules, HostThatFillsTheRecordItselfNeedsNoCapacity)
+TEST_F(StringDataRules, TheLengthIsAskedForOnce)
 {
-    start("2013.03");
-    host::Value string = std::string(7000, 'x');
-    EXPECT_EQ(OwnBytesCapacity(support::stringOf(string)), 0);
+    startWithoutStringData();
+    host::Value string = "text";
+    EXPECT_EQ(bytesOf(string, kOwnBytes), "text");
+    EXPECT_EQ(host.calls("LenB"), 1);
+    EXPECT_EQ(host.calls("StringGetCString"), 1);
+}
+
+TEST_F(StringDataRules, BothServicesAreLookedForBeforeOneIsMissed)
+{
+    startWithoutStringData();
+    host::Value string = "text";
+    for (const char *missing : {"StringGetCString", "LenB"})
+        host.hide(missing);
+    host.resetCounts();
+    EXPECT_EQ(bytesOf(string, kOwnBytes), "(none)");
+    EXPECT_THAT(host.lookupLog(), ElementsAre("PluginGetStringData", "StringGetCString", "REALLoadGlobalMethod"));
+    EXPECT_EQ(host.lookups("LenB"), 1);
+}
+
+TEST_F(StringDataRules, TheHostsOwnWordsAreNotTouched)
+{
+    startWithoutStringData();
+    host::Value string = "text";
+    REALstringData data = untouched();
+    data.length = 0;
+    ASSERT_TRUE(REALGetStringData(support::stringOf(string), kOwnBytes, &data));
+    const REALstringData fresh = untouched();
+    EXPECT_EQ(memcmp(data.hostsOwn, fresh.hostsOwn, sizeof data.hostsOwn), 0);
+    REALDisposeStringData(&data);
 }
 
 TEST_F(StringDataRules, CopiesAreFreedWithoutAHostThatDisposes)

@@ -2,6 +2,7 @@
 // embedded host's resolver.
 #pragma once
 
+#include "hostapi/held_handles.h"
 #include "hostapi/types.h"
 #include "plugin/entry.h"
 #include "tests/support/host_test.h"
@@ -25,11 +26,14 @@ inline REALstring stringOf(const host::Value &value)
     return static_cast<REALstring>(value.handle());
 }
 
-// Takes over the lock of a handle that the plug-in made.
-template <class Handle>
-host::Value adopt(Handle handle)
+// Takes over the lock of a handle that the plug-in made: what `make` leaves held.
+template <class Make>
+host::Value adopted(Make make)
 {
-    return host::Value::adopt(handle);
+    HeldHandles held;
+    host::Value value = host::Value::adopt(held.keep(make(held)));
+    EXPECT_EQ(held.count(), 0) << "held longer than it was needed";
+    return value;
 }
 
 } // namespace support

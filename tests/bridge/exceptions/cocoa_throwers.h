@@ -1,7 +1,7 @@
 // Functions that fail in each of the ways that exist, and what a caller outside Objective-C sees of it.
 #pragma once
 
-#include "hostapi/types.h"
+#include "hostapi/held_handles.h"
 
 #include <functional>
 #include <string>
@@ -19,6 +19,11 @@ int32_t guardedInt32(const std::function<int32_t()> &body);
 double guardedDouble(const std::function<double()> &body);
 REALobject guardedHandle(const std::function<REALobject()> &body);
 void guardedNothing(const std::function<void()> &body);
+void guardedHolding(const std::function<void(HeldHandles &)> &body);
+// With a handle as the neutral result.
+REALobject guardedFrom(REALobject neutral, const std::function<void(HeldHandles &)> &body);
+// Throws the object that is thrown without memory for handles.
+void throwWithoutMemory();
 
 // Runs the body and tells which Objective-C object came out of it: the name of an NSException, the description of any
 // other object, "" when it returned.

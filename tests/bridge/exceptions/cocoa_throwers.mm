@@ -1,6 +1,7 @@
 #include "tests/bridge/exceptions/cocoa_throwers.h"
 
 #include "bridge/exceptions/method_guard.h"
+#include "hostapi/holding.h"
 
 #import <Foundation/Foundation.h>
 
@@ -46,6 +47,24 @@ REALobject guardedHandle(const std::function<REALobject()> &body)
 void guardedNothing(const std::function<void()> &body)
 {
     guarded([&] { body(); });
+}
+
+void guardedHolding(const std::function<void(HeldHandles &)> &body)
+{
+    guarded([&](HeldHandles &held) { body(held); });
+}
+
+REALobject guardedFrom(REALobject neutral, const std::function<void(HeldHandles &)> &body)
+{
+    return guarded(neutral, [&](HeldHandles &held) {
+        body(held);
+        return neutral;
+    });
+}
+
+void throwWithoutMemory()
+{
+    @throw kNoMemoryForHandles;
 }
 
 std::string thrownBy(const std::function<void()> &body)

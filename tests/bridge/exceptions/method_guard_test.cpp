@@ -1,6 +1,5 @@
 // Cocoa's exceptions: logged once, raised once in host code, and nothing else lost on the way.
-#include "bridge/exceptions/held_handles.h"
-#include "hostapi/services.h"
+#include "hostapi/held_handles.h"
 #include "hostapi/strings.h"
 #include "tests/bridge/exceptions/cocoa_throwers.h"
 #include "tests/support/cocoa_method.h"
@@ -51,39 +50,88 @@ TEST_F(MethodGuard, GivesTheNeutralResultAfterAnNSException)
     EXPECT_EQ(host.takePendingExceptions().size(), 3u);
 }
 
-TEST_F(MethodGuard, UnlocksWhatTheBodyHeldWhenItFails)
+// What every end of a call must give back; the test's end looks at the locks of all handles.
+void holdTwo(HeldHandles &held)
 {
-    const HeldMark mark = NewestHeld();
-    guardedNothing([] {
-        Hold(REALnewInstance("Date"));
-        Hold(REALBuildUnicodeString("text", 4, kUTF8Text));
-        raise("NSRangeException", "too far");
-    });
-    EXPECT_EQ(NewestHeld(), mark);
-    host.takePendingExceptions();
+    held.hold(REALnewInstance("Date"));
+    REALBuildUnicodeString("text", 4, kUTF8Text, held);
 }
 
-TEST_F(MethodGuard, LeavesWhatWasHeldBeforeToItsHolder)
+TEST_F(MethodGuard, UnlocksWhatTheBodyHeldWhenItFails)
 {
-    host::Value date = host.newInstance("Date");
-    REALLockObject(support::objectOf(date));
-    Hold(support::objectOf(date));
-    guardedNothing([] { raise("NSRangeException", "too far"); });
-    EXPECT_EQ(date.lockCount(), 2);
-    ReleaseNewestHeld();
-    EXPECT_EQ(date.lockCount(), 1);
-    host.takePendingExceptions();
+    guardedHolding([](HeldHandles &held) {
+        holdTwo(held);
+        raise("NSRangeException", "too far");
+    });
+    EXPECT_EQ(host.takePendingExceptions().size(), 1u);
+}
+
+TEST_F(MethodGuard, UnlocksWhatTheBodyForgotWhenItReturns)
+{
+    guardedHolding(holdTwo);
 }
 
 TEST_F(MethodGuard, UnlocksWhatTheBodyHeldWhenAForeignObjectPasses)
 {
     EXPECT_EQ(thrownBy([] {
-                  guardedNothing([] {
-                      Hold(REALnewInstance("Date"));
+                  guardedHolding([](HeldHandles &held) {
+                      holdTwo(held);
                       throwObject();
                   });
               }),
               "foreign");
+}
+
+TEST_F(MethodGuard, UnlocksWhatTheBodyHeldWhenACPlusPlusExceptionPasses)
+{
+    EXPECT_THROW(guardedHolding([](HeldHandles &held) {
+                     holdTwo(held);
+                     throw std::out_of_range("of the host");
+                 }),
+                 std::out_of_range);
+}
+
+TEST_F(MethodGuard, KnowsWhoseHandlesAreWhoseWhenCallsAreInsideEachOther)
+{
+    guardedHolding([&](HeldHandles &outer) {
+        REALobject date = outer.hold(REALnewInstance("Date"));
+        guardedHolding([](HeldHandles &inner) {
+            holdTwo(inner);
+            raise("NSRangeException", "too far");
+        });
+        EXPECT_THROW(guardedHolding([](HeldHandles &inner) {
+                         holdTwo(inner);
+                         throw std::out_of_range("swallowed by host code inside");
+                     }),
+                     std::out_of_range);
+        EXPECT_EQ(host.handleInfo(date)->locks, 1);
+        outer.release(date);
+    });
+    host.takePendingExceptions();
+}
+
+TEST_F(MethodGuard, ANeutralHandleIsGivenToTheCallerUnlessTheCallIsLeft)
+{
+    auto newDate = [] { return REALnewInstance("Date"); };
+    auto nothing = [](HeldHandles &) {};
+    host::Value::adopt(guardedFrom(newDate(), nothing));
+    host::Value::adopt(guardedFrom(newDate(), [](HeldHandles &) { raise("NSRangeException", "too far"); }));
+    host::Value::adopt(guardedFrom(newDate(), [](HeldHandles &) { throwWithoutMemory(); }));
+    EXPECT_EQ(thrownBy([&] { guardedFrom(newDate(), [](HeldHandles &) { throwObject(); }); }), "foreign");
+    EXPECT_THROW(guardedFrom(newDate(), [](HeldHandles &) { throw std::out_of_range("x"); }), std::out_of_range);
+    EXPECT_EQ(host.takePendingExceptions().size(), 2u);
+}
+
+TEST_F(MethodGuard, ALackOfMemoryForHandlesIsRaisedInHostCodeAndGivesTheNeutralResult)
+{
+    EXPECT_EQ(guardedInt32([]() -> int32_t {
+                  throwWithoutMemory();
+                  return 1;
+              }),
+              0);
+    EXPECT_TRUE(raisedOnce(host.takePendingExceptions(), "OutOfMemoryException",
+                           "Failed to allocate memory for a conversion."));
+    EXPECT_THAT(log.messages(), IsEmpty());
 }
 
 TEST_F(MethodGuard, LetsAForeignObjectPassUnchanged)
@@ -166,14 +214,13 @@ TEST_F(WithoutFamily, ANSExceptionIsLoggedAndTheMissingMethodRaises)
 
 TEST_F(WithoutFamily, TheGuardUnlocksWhatTheBodyHeldAllTheSame)
 {
-    const HeldMark mark = NewestHeld();
-    thrownBy([] {
-        guardedNothing([] {
-            Hold(REALobject(nullptr));
-            raise("NSTestException", "x");
-        });
-    });
-    EXPECT_EQ(NewestHeld(), mark);
+    EXPECT_EQ(thrownBy([] {
+                  guardedHolding([](HeldHandles &held) {
+                      holdTwo(held);
+                      raise("NSTestException", "x");
+                  });
+              }),
+              "NSInvalidArgumentException");
 }
 
 } // namespace

@@ -24,6 +24,11 @@ void *countPreparation(void *, void *)
     return nullptr;
 }
 
+host::Value carrierOf(const void *object)
+{
+    return support::adopted([=](HeldHandles &held) { return LockedCarrierOf(object, held); });
+}
+
 class CocoaStartUp : public support::Inner {
 protected:
     void startWithoutFamily()
@@ -75,7 +80,7 @@ TEST_F(CocoaStartUp, WithoutTheFamilyGoesOnWithoutARegistry)
     startWithoutFamily();
     CocoaInit();
     EXPECT_EQ(instances, nullptr);
-    EXPECT_EQ(LockedCarrierOf(this), nullptr);
+    EXPECT_TRUE(carrierOf(this).isNil());
     RecordCarrier(this, nullptr);
     ForgetCarrier(this);
 }
@@ -113,12 +118,12 @@ TEST_F(CocoaStartUp, ACarrierIsLockedForWhoeverFindsIt)
     RecordCarrier(this, support::objectOf(date));
     EXPECT_EQ(date.lockCount(), 1) << "an entry holds no lock";
 
-    host::Value found = support::adopt(LockedCarrierOf(this));
+    host::Value found = carrierOf(this);
     EXPECT_TRUE(found.sameHandle(date));
     EXPECT_EQ(date.lockCount(), 2);
 
     ForgetCarrier(this);
-    EXPECT_EQ(LockedCarrierOf(this), nullptr);
+    EXPECT_TRUE(carrierOf(this).isNil());
 }
 
 } // namespace

@@ -4,7 +4,6 @@
 #include "tests/support/allocations.h"
 #include "tests/support/inner_test.h"
 
-using support::adopt;
 using support::raisedOnce;
 using ::testing::Contains;
 using ::testing::Each;
@@ -12,6 +11,11 @@ using ::testing::IsEmpty;
 using ::testing::Lt;
 
 namespace {
+
+host::Value converted(CFStringRef text)
+{
+    return support::adopted([=](HeldHandles &held) { return CFString2RBString(text, held); });
+}
 
 CFStringRef create(const std::u16string &units)
 {
@@ -21,7 +25,7 @@ CFStringRef create(const std::u16string &units)
 host::Value convert(const std::u16string &units)
 {
     CFStringRef text = create(units);
-    host::Value string = adopt(CFString2RBString(text));
+    host::Value string = converted(text);
     CFRelease(text);
     return string;
 }
@@ -55,8 +59,8 @@ TEST_P(CFStringOnEveryHost, ThatIsEmptyBecomesNilWithoutACallOfTheHost)
 {
     CFStringRef empty = create(u"");
     host.resetCounts();
-    EXPECT_EQ(CFString2RBString(empty), nullptr);
-    EXPECT_EQ(CFString2RBString(nullptr), nullptr);
+    EXPECT_TRUE(converted(empty).isNullHandle());
+    EXPECT_TRUE(converted(nullptr).isNullHandle());
     EXPECT_THAT(host.lookupLog(), IsEmpty());
     CFRelease(empty);
 }
@@ -66,7 +70,7 @@ TEST_P(CFStringOnEveryHost, ComesBackAsTheSameCFString)
     host::Value string = convert(u"gr\u00FC\u00DF \U0001F44B");
     CFStringRef back = RBString2CFString(support::stringOf(string));
     ASSERT_NE(back, nullptr);
-    EXPECT_TRUE(adopt(CFString2RBString(back)).equals(string));
+    EXPECT_TRUE(converted(back).equals(string));
     CFRelease(back);
 }
 
@@ -127,7 +131,7 @@ TEST_F(CFStringRules, IsOnlyRead)
 {
     CFStringRef text = create(u"text");
     const unsigned retains = RetainCountOf(text);
-    adopt(CFString2RBString(text));
+    converted(text);
     EXPECT_EQ(RetainCountOf(text), retains);
     CFRelease(text);
 }
@@ -138,13 +142,13 @@ TEST_F(CFStringRules, Of99UnitsUsesNoHeapAndOf100OneBlockOfSixBytesPerUnit)
     {
         CFStringRef text = create(std::u16string(99, u'x'));
         Allocations allocations;
-        adopt(CFString2RBString(text));
+        converted(text);
         EXPECT_THAT(allocations.callocs, Each(Lt(100u))) << "only the host's records";
         CFRelease(text);
     }
     CFStringRef text = create(std::u16string(100, u'x'));
     Allocations allocations;
-    adopt(CFString2RBString(text));
+    converted(text);
     EXPECT_THAT(allocations.callocs, Contains(600).Times(1));
     CFRelease(text);
 }
@@ -154,7 +158,7 @@ TEST_F(CFStringRules, WithoutMemoryBecomesNilSilently)
     CFStringRef text = create(std::u16string(100, u'x'));
     Allocations allocations;
     allocations.failCallocs();
-    EXPECT_EQ(CFString2RBString(text), nullptr);
+    EXPECT_TRUE(converted(text).isNullHandle());
     CFRelease(text);
 }
 
@@ -162,7 +166,7 @@ TEST_F(CFStringRules, OfMoreThan2GBOfUTF8BecomesNilWithoutAskingForTheMemory)
 {
     CFStringRef text = CreateLengthOnlyString(0x7FFFFFFF / 6 + 1);
     Allocations allocations;
-    EXPECT_EQ(CFString2RBString(text), nullptr);
+    EXPECT_TRUE(converted(text).isNullHandle());
     EXPECT_THAT(allocations.callocs, IsEmpty());
     CFRelease(text);
 }
@@ -170,7 +174,7 @@ TEST_F(CFStringRules, OfMoreThan2GBOfUTF8BecomesNilWithoutAskingForTheMemory)
 TEST_F(CFStringRules, OfANegativeLengthBecomesNil)
 {
     CFStringRef text = CreateLengthOnlyString(0x80000000);
-    EXPECT_EQ(CFString2RBString(text), nullptr);
+    EXPECT_TRUE(converted(text).isNullHandle());
     CFRelease(text);
 }
 
@@ -178,7 +182,7 @@ TEST_F(CFStringRules, OutOfMemoryExceptionOfTheStringPassesThrough)
 {
     CFStringRef text = create(u"text");
     host.throwWhileBuildingString(1);
-    EXPECT_EQ(CFString2RBString(text), nullptr);
+    EXPECT_TRUE(converted(text).isNullHandle());
     EXPECT_TRUE(
         raisedOnce(host.takePendingExceptions(), "OutOfMemoryException", "Failed to allocate memory for a string."));
     CFRelease(text);

@@ -1,0 +1,29 @@
+// Held handles and what ends a call.
+#pragma once
+
+#include "hostapi/held_handles.h"
+
+#include <Foundation/Foundation.h>
+
+// The object that is thrown, past every frame of the call, when there is no memory to write a handle down. The method
+// guard ends the call with it, as calls end that lack memory: "OutOfMemoryException" in host code and a neutral result.
+extern const id kNoMemoryForHandles;
+
+template <typename Body>
+__attribute__((noinline)) auto RunAndRelease(const Body &body, HeldHandles &held)
+{
+    @try {
+        return body(held);
+    } @finally {
+        held.releaseAll();
+    }
+}
+
+// For a stretch of work that belongs to no guarded call: what it holds is given back however it ends, and what ends it
+// passes through.
+template <typename Body>
+auto holding(Body body)
+{
+    HeldHandles held; // its destructor is for exceptions of C++, which it meets in a frame without handlers only
+    return RunAndRelease(body, held);
+}
