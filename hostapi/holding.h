@@ -9,21 +9,16 @@
 // guard ends the call with it, as calls end that lack memory: "OutOfMemoryException" in host code and a neutral result.
 extern const id kNoMemoryForHandles;
 
-template <typename Body>
-__attribute__((noinline)) auto RunAndRelease(const Body &body, HeldHandles &held)
-{
-    @try {
-        return body(held);
-    } @finally {
-        held.releaseAll();
-    }
-}
-
 // For a stretch of work that belongs to no guarded call: what it holds is given back however it ends, and what ends it
 // passes through.
 template <typename Body>
 auto holding(Body body)
 {
-    HeldHandles held; // its destructor is for exceptions of C++, which it meets in a frame without handlers only
-    return RunAndRelease(body, held);
+    HeldHandles held; // the destructor is for exceptions of C++, as in the method guard
+    @try {
+        return body(held);
+    } @catch (NSObject *) {
+        held.releaseAll();
+        @throw;
+    }
 }

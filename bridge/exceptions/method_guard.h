@@ -34,52 +34,36 @@ auto RunBody(const Body &body, NoHandles &)
 // Raises in host code what ended a call, or throws it on.
 void RaiseOrThrowOn(id thrown);
 
+// Runs `body` and returns its result; a handle among them goes to host code with its lock. An NSException is raised in
+// host code and `neutral` is returned, and so for a call that runs out of memory for its handles; whatever else is
+// thrown passes through unchanged. Either way the host handles that the call still held are given back: those of the
+// body, and `neutral` where that is a handle and nobody gets it. A body with such a `neutral` returns the same.
+//
 // Inside the body nothing may rely on a destructor, which the 32-bit runtime of macOS skips on its way here: Cocoa's
-// objects are autoreleased at once, host handles are held.
-template <typename Result, typename Body, typename Held>
-inline Result RunHandled(Result neutral, const Body &body, Held &held)
+// objects are autoreleased at once, host handles are held. The destructor of `held` is for exceptions of C++, which run
+// no handler; GNUstep's runtime runs it only where no handler beside it takes every object, so these take NSObjects.
+template <typename Result, typename Body>
+Result guarded(Result neutral, Body body)
 {
+    std::conditional_t<TakesHandles<Body>, HeldHandles, NoHandles> held;
+    if constexpr (std::is_pointer_v<Result>)
+        held.hold(neutral);
     @try {
         Result result = RunBody(body, held);
         if constexpr (std::is_pointer_v<Result>)
             held.keep(result);
         return result;
-    } @catch (id thrown) {
+    } @catch (NSObject *thrown) {
         @try {
             RaiseOrThrowOn(thrown);
-            if constexpr (std::is_pointer_v<Result>)
-                held.keep(neutral);
-        } @finally {
-            held.releaseAll(); // also when the family's exception library is missing and raising raises
+        } @catch (NSObject *) { // also when the family's exception library is missing and raising raises
+            held.releaseAll();
+            @throw;
         }
+        if constexpr (std::is_pointer_v<Result>)
+            held.keep(neutral);
     }
     return neutral;
-}
-
-// An exception of C++ runs no handler, but destructors, unless they share a frame with a handler for every object: so
-// the handlers have one of their own.
-template <typename Result, typename Body>
-__attribute__((noinline)) Result RunHandledApart(Result neutral, const Body &body, HeldHandles &held)
-{
-    return RunHandled(neutral, body, held);
-}
-
-// Runs `body` and returns its result; a handle among them goes to host code with its lock. An NSException is raised in
-// host code and `neutral` is returned, and so for a call that runs out of memory for its handles; whatever else is
-// thrown passes through unchanged. Either way the host handles that the call still held are given back: those of the
-// body, and `neutral` where that is a handle and nobody gets it. A body with such a `neutral` returns the same.
-template <typename Result, typename Body>
-Result guarded(Result neutral, Body body)
-{
-    if constexpr (TakesHandles<Body>) {
-        HeldHandles held;
-        if constexpr (std::is_pointer_v<Result>)
-            held.hold(neutral);
-        return RunHandledApart(neutral, body, held);
-    } else {
-        NoHandles none;
-        return RunHandled(neutral, body, none);
-    }
 }
 
 // With 0, false, null or nothing as the neutral result.

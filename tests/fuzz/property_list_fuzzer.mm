@@ -1,8 +1,8 @@
 // Property lists of any bytes become host values and Cocoa's objects again: against an account of what the host cannot
 // keep. What comes out must be a property list that is written and read again without a change.
-#include "bridge/exceptions/held_handles.h"
 #include "bridge/variant/object_to_variant.h"
 #include "bridge/variant/variant_to_object.h"
+#include "hostapi/held_handles.h"
 #include "platform/gnustep/foundation/property_lists.h"
 #include "tests/fuzz/input.h"
 #include "tests/fuzz/pool.h"
@@ -170,15 +170,15 @@ private:
 
 static id toCocoa(Object *object, bool *refused)
 {
-    const HeldMark mark = NewestHeld();
+    HeldHandles held;
     id result = nil;
     @try {
-        result = GetVariantAsNSObject(reinterpret_cast<REALobject>(object));
+        result = GetVariantAsNSObject(reinterpret_cast<REALobject>(object), held);
     } @catch (NSException *) {
-        ReleaseHeldSince(mark); // as the guard of every method does
+        held.releaseAll(); // as the guard of every method does
         *refused = true;
     }
-    REQUIRE(NewestHeld() == mark);
+    REQUIRE(held.count() == 0);
     return result;
 }
 
@@ -190,7 +190,8 @@ static void run(const uint8_t *bytes, size_t size)
     if (!propertyList)
         return;
 
-    auto *object = reinterpret_cast<Object *>(NewVariantFromNSObject(propertyList));
+    HeldHandles held;
+    auto *object = reinterpret_cast<Object *>(held.keep(NewVariantFromNSObject(propertyList, held)));
     const int made = small_host::liveHandles;
     bool refused = false;
     id again = toCocoa(object, &refused);

@@ -1,8 +1,8 @@
 // Host values of any shape go to Cocoa and come back: against a model of what each must become on either side. Arrays
 // that Cocoa refuses, because an element has no Cocoa form, must leave nothing behind.
-#include "bridge/exceptions/held_handles.h"
 #include "bridge/variant/object_to_variant.h"
 #include "bridge/variant/variant_to_object.h"
+#include "hostapi/held_handles.h"
 #include "tests/fuzz/input.h"
 #include "tests/fuzz/pool.h"
 #include "tests/fuzz/small_host.h"
@@ -424,15 +424,15 @@ static void requireBack(const Object *object, const Meaning &meaning)
 
 static id toCocoa(Object *object, bool *refused)
 {
-    const HeldMark mark = NewestHeld();
+    HeldHandles held;
     id result = nil;
     @try {
-        result = GetVariantAsNSObject(reinterpret_cast<REALobject>(object));
+        result = GetVariantAsNSObject(reinterpret_cast<REALobject>(object), held);
     } @catch (NSException *) {
-        ReleaseHeldSince(mark); // as the guard of every method does
+        held.releaseAll(); // as the guard of every method does
         *refused = true;
     }
-    REQUIRE(NewestHeld() == mark);
+    REQUIRE(held.count() == 0);
     return result;
 }
 
@@ -456,7 +456,8 @@ static void run(Input &input)
     REQUIRE(liveHandles == made);
     if (!refused) {
         requireMeans(cocoa, meaning);
-        auto *back = reinterpret_cast<Object *>(NewVariantFromNSObject(cocoa));
+        HeldHandles held;
+        auto *back = reinterpret_cast<Object *>(held.keep(NewVariantFromNSObject(cocoa, held)));
         requireBack(back, meaning);
         unlock(back);
         REQUIRE(liveHandles == made);

@@ -1,0 +1,12 @@
+// Exceptions of C++ that host code throws and swallows: in plain C++, which alone can catch them.
+#pragma once
+
+#include <functional>
+
+namespace host_exceptions {
+
+[[noreturn]] void throwOne();
+// Whether the body ended with one.
+bool swallowedIn(const std::function<void()> &body);
+
+} // namespace host_exceptions
