@@ -101,6 +101,7 @@ void Parser::classDefinition(ClassDefinition &definition)
     for (skipLines(); !peek().isWord("End"); skipLines()) {
         if (peek().kind == TokenKind::End)
             throw ProblemsFound({{start.place, "this Class has no End Class", true}});
+        bool hasAccess = peek().isWord("Private") || peek().isWord("Protected") || peek().isWord("Public");
         Access allowed = access();
         refuseLeftOut(LeftOutAt::Statement);
         const Token &token = peek();
@@ -109,7 +110,7 @@ void Parser::classDefinition(ClassDefinition &definition)
             method.owner = &definition;
             method.access = allowed;
             function(method, token.isWord("Function"));
-        } else if (takeWord("Dim") || takeWord("Const")) {
+        } else if (takeWord("Dim") || takeWord("Const") || (hasAccess && !isReserved(token.text))) {
             for (DimGroup &group : dim(token.isWord("Const")).groups)
                 definition.fieldGroups.push_back({std::move(group), allowed});
             needLineEnd();

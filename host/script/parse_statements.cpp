@@ -142,6 +142,15 @@ DimGroup Parser::dimGroup(bool isConstant)
     return group;
 }
 
+// Written as one word or as two.
+bool Parser::takeElseIf()
+{
+    bool isTwoWords = peek().isWord("Else") && peek(1).isWord("If");
+    if (isTwoWords)
+        advance();
+    return isTwoWords ? takeWord("If") : takeWord("ElseIf");
+}
+
 If Parser::ifStatement(const Token &start)
 {
     If made;
@@ -157,7 +166,7 @@ If Parser::ifStatement(const Token &start)
         return made;
     }
     made.branches.back().body = block({"ElseIf", "Else", "End"}, start, "End If");
-    while (takeWord("ElseIf")) {
+    while (takeElseIf()) {
         made.branches.emplace_back();
         made.branches.back().condition = expression();
         needWord("Then", "the condition");

@@ -69,6 +69,7 @@ private:
     DimGroup dimGroup(bool isConstant);
     WrittenType writtenType();
     If ifStatement(const Token &start);
+    bool takeElseIf();
     Select selectStatement(const Token &start);
     Select::Test caseTest();
     LoopVariable loopVariable();

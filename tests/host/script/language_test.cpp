@@ -135,6 +135,10 @@ TEST_F(Language, ClassesKeepThingsToThemselves)
         "End Class\nDim d As New Derived\n";
     expectOutputs({
         {classes + "Print Str(d.Sum) + Str(d.More) + Base.kName + d.kName", "420basebase\n"},
+        {"Class C\nPrivate a, b As Integer = 2, names() As String\nFunction Sum() As Integer\nReturn a + b + "
+         "names.Ubound\n"
+         "End Function\nEnd Class\nPrint Str((New C).Sum)",
+         "3\n"},
     });
     expectErrors({
         {classes + "Print Str(d.secret)",
@@ -169,6 +173,15 @@ TEST_F(Language, ExitWaitsForFinally)
          "Try\nWend\n"
          "Print \"no\"\nNext\nPrint \"end\"",
          "f\nend\n"},
+    });
+}
+
+TEST_F(Language, ElseIfCanBeTwoWords)
+{
+    expectOutputs({
+        {"Dim n As Integer = 2\nIf n = 1 Then\nPrint \"a\"\nElse If n = 2 Then\nPrint \"b\"\nElse\nPrint \"c\"\nEnd If",
+         "b\n"},
+        {"If 1 = 2 Then Print \"a\" Else If 1 = 1 Then Print \"b\"", "b\n"},
     });
 }
 
