@@ -34,7 +34,7 @@ float floatForKey(REALobject self, REALstring key);
 void setFloatForKey(REALobject self, REALstring key, float value);
 double doubleForKey(REALobject self, REALstring key);
 void setDoubleForKey(REALobject self, REALstring key, double value);
-int8_t boolForKey(REALobject self, REALstring key);
+int32_t boolForKey(REALobject self, REALstring key); // the byte, sign-extended
 void setBoolForKey(REALobject self, REALstring key, int8_t value);
 REALstring stringForKey(REALobject self, REALstring key);
 void setStringForKey(REALobject self, REALstring key, REALstring value);

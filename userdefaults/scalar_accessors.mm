@@ -57,9 +57,9 @@ void setDoubleForKey(REALobject self, REALstring key, double value)
     });
 }
 
-int8_t boolForKey(REALobject self, REALstring key)
+int32_t boolForKey(REALobject self, REALstring key)
 {
-    return guarded([=] {
+    return guarded([=]() -> int32_t {
         NSString *name = TextOf(key);
         return static_cast<int8_t>([defaultsOf(self) boolForKey:name]);
     });

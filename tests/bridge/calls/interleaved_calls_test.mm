@@ -85,7 +85,8 @@ id nestedAnswer()
 {
     NSDictionary *inner = [NSDictionary dictionaryWithObject:@"text" forKey:@"inner"];
     return [NSDictionary
-        dictionaryWithObject:[NSArray arrayWithObjects:inner, [NSDate dateWithTimeIntervalSinceReferenceDate:0], @"more", [NSNumber numberWithInt:5], nil]
+        dictionaryWithObject:[NSArray arrayWithObjects:inner, [NSDate dateWithTimeIntervalSinceReferenceDate:0],
+                                                       @"more", [NSNumber numberWithInt:5], nil]
                       forKey:@"k"];
 }
 
