@@ -5,10 +5,13 @@
 #include "platform/gnustep/foundation/replacement.h"
 
 #import <Foundation/Foundation.h>
+#include <stdlib.h>
 #include <string.h>
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <limits>
 
 size_t platform::readReal(const std::string &text, double *number)
 {
@@ -28,19 +31,33 @@ size_t platform::readReal(const std::string &text, double *number)
     return end == begin ? 0 : end - text.c_str();
 }
 
+static std::string asciiOf(NSString *text)
+{
+    std::string ascii;
+    for (NSUInteger i = 0; i < [text length] && [text characterAtIndex:i] < 0x80; ++i)
+        ascii.push_back([text characterAtIndex:i]);
+    return ascii;
+}
+
 static double doubleValue(NSString *self, SEL)
 {
     double number;
-    std::string ascii;
-    for (NSUInteger i = 0; i < [self length] && [self characterAtIndex:i] < 0x80; ++i)
-        ascii.push_back([self characterAtIndex:i]);
-    platform::readReal(ascii, &number);
+    platform::readReal(asciiOf(self), &number);
     return number;
 }
 
 static float floatValue(NSString *self, SEL selector)
 {
     return doubleValue(self, selector);
+}
+
+// The nearest one where there is none. GNUstep's cannot stand half a surrogate pair.
+template <typename Whole>
+static Whole wholeValue(NSString *self, SEL)
+{
+    long long number = strtoll(asciiOf(self).c_str(), nullptr, 10);
+    using Limits = std::numeric_limits<Whole>;
+    return std::clamp<long long>(number, Limits::min(), Limits::max());
 }
 
 @interface PlatformNumberTexts : NSObject
@@ -52,6 +69,9 @@ static float floatValue(NSString *self, SEL selector)
 {
     platform::replaceMethod("NSString", "doubleValue", doubleValue);
     platform::replaceMethod("NSString", "floatValue", floatValue);
+    platform::replaceMethod("NSString", "intValue", wholeValue<int>);
+    platform::replaceMethod("NSString", "integerValue", wholeValue<NSInteger>);
+    platform::replaceMethod("NSString", "longLongValue", wholeValue<long long>);
 }
 
 @end

@@ -29,7 +29,11 @@ public:
 private:
     const std::string &text;
     size_t position = 0;
+    unsigned depth = 0;
     bool failed = false;
+
+    // What lies deeper would need more stack than there is.
+    static const unsigned deepest = 5000;
 
     bool at(const char *what) const { return text.compare(position, strlen(what), what) == 0; }
 
@@ -89,7 +93,9 @@ private:
         position = end + 1;
         if (name)
             *name = tag;
-        id object = isEmpty ? emptyElement(tag) : contents(tag);
+        ++depth;
+        id object = isEmpty ? emptyElement(tag) : depth > deepest ? nil : contents(tag);
+        --depth;
         failed = failed || !object || !(isEmpty || close(tag));
         return failed ? nil : object;
     }

@@ -78,7 +78,7 @@ std::string number(NSNumber *number)
 // reads back.
 std::string date(double seconds)
 {
-    if (!std::isfinite(seconds))
+    if (!(std::fabs(seconds) < 1e18))
         return "2030437302-06-07T24:60:-2147483648Z";
     SInt64 days = std::floor(seconds / 86400);
     int second = seconds - days * 86400.0;

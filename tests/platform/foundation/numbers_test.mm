@@ -166,10 +166,16 @@ TEST_F(Numbers, OfTexts)
     for (const auto &fact : facts) {
         NSString *text = [NSString stringWithUTF8String:fact.text];
         EXPECT_EQ(fact.whole, [text intValue]) << fact.text;
+        EXPECT_EQ(fact.whole, [text integerValue]) << fact.text;
         EXPECT_EQ(fact.real, [text doubleValue]) << fact.text;
         EXPECT_EQ(static_cast<float>(fact.real), [text floatValue]) << fact.text;
     }
     EXPECT_TRUE(std::signbit([@"-0" doubleValue]));
+    EXPECT_EQ(2147483648LL, [@"2147483648" longLongValue]);
+    const UniChar half[] = {'1', '2', 0xD800};
+    NSString *text = [(id)CFStringCreateWithCharacters(nullptr, half, 3) autorelease];
+    EXPECT_EQ(12, [text intValue]);
+    EXPECT_EQ(12.0, [text doubleValue]);
 }
 
 } // namespace

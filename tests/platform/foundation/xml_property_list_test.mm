@@ -126,6 +126,20 @@ TEST_F(XMLPropertyList, OneElementThatDoesNotFitMakesTheListUnreadable)
             EXPECT_EQ("none", told(read(kHead + "<array><true/>" + fact.element + "</array></plist>"))) << fact.element;
 }
 
+TEST_F(XMLPropertyList, DeepListsAreReadOrRefused)
+{
+    auto nested = [](int depth) {
+        std::string text = kHead;
+        for (int i = 0; i < depth; ++i)
+            text += "<array>";
+        for (int i = 0; i < depth; ++i)
+            text += "</array>";
+        return text + "</plist>";
+    };
+    EXPECT_EQ("1 elements", told(read(nested(4000))));
+    EXPECT_EQ("none", told(read(nested(1000000))));
+}
+
 TEST_F(XMLPropertyList, OtherEncodingsAreReadByTheirNames)
 {
     EXPECT_EQ("'\u00E9'",
