@@ -2,6 +2,7 @@
 
 #include <cerrno>
 #include <cstdlib>
+#include <filesystem>
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -12,13 +13,16 @@ namespace test_runner {
 
 static const char kNewProcess[] = "TEST_IN_NEW_PROCESS";
 
-int runFromTheStart(const std::string &name, const Environment &environment)
+std::string whyItFailsFromTheStart(const std::string &name, const Environment &environment)
 {
     std::string filter = "--gtest_filter=" + name;
+    // There from the beginning of the case to its end, to tell a case that ends its process.
+    std::filesystem::path unfinished = std::filesystem::current_path() / ("unfinished-" + std::to_string(getpid()));
     pid_t child = fork();
     if (child == 0) {
         for (const auto &[variable, value] : environment)
             setenv(variable.c_str(), value.c_str(), 1);
+        setenv("TEST_PREMATURE_EXIT_FILE", unfinished.c_str(), 1);
         // Under the same name, which is the name of the process's defaults, too.
         execl("/proc/self/exe", program_invocation_name, "--no-fork", filter.c_str(), nullptr);
         _exit(127);
@@ -26,7 +30,8 @@ int runFromTheStart(const std::string &name, const Environment &environment)
     int status = -1;
     while (waitpid(child, &status, 0) < 0 && errno == EINTR)
         ;
-    return status;
+    std::string why = isolation::abnormalEnd(status);
+    return why.empty() && std::filesystem::exists(unfinished) ? "the process ended by itself with status 0" : why;
 }
 
 bool isNewProcess()
@@ -41,8 +46,8 @@ bool inNewProcess(const Environment &environment)
     const testing::TestInfo &test = *testing::UnitTest::GetInstance()->current_test_info();
     Environment all = environment;
     all[kNewProcess] = "1";
-    int status = runFromTheStart(std::string(test.test_suite_name()) + "." + test.name(), all);
-    EXPECT_EQ(isolation::abnormalEnd(status), "") << "in the new process";
+    EXPECT_EQ(whyItFailsFromTheStart(std::string(test.test_suite_name()) + "." + test.name(), all), "")
+        << "in the new process";
     return false;
 }
 

@@ -16,7 +16,7 @@ using Environment = std::map<std::string, std::string>;
 bool inNewProcess(const Environment &environment = {});
 bool isNewProcess();
 
-// Runs a case of this program in a process of its own from its start; answers what waitpid said of it.
-int runFromTheStart(const std::string &name, const Environment &environment = {});
+// Runs a case of this program in a process of its own from its start, and answers why it fails; empty when it passed.
+std::string whyItFailsFromTheStart(const std::string &name, const Environment &environment = {});
 
 } // namespace test_runner

@@ -95,18 +95,17 @@ std::vector<Selected> selectedCases()
     return cases;
 }
 
-// A case that does not run has not passed.
+// A case that skips itself has not passed.
+int runSelected()
+{
+    const testing::UnitTest &all = *testing::UnitTest::GetInstance();
+    return RUN_ALL_TESTS() == 0 && all.successful_test_count() == all.test_to_run_count() ? 0 : 1;
+}
+
 std::string whyItFails(const std::string &name)
 {
     GTEST_FLAG_SET(filter, name);
-    if (RUN_ALL_TESTS() != 0)
-        return "an expectation does not hold";
-    return testing::UnitTest::GetInstance()->successful_test_count() == 1 ? "" : "it was skipped";
-}
-
-std::string whyItFailsInAProcessOfItsOwn(const std::string &name)
-{
-    return isolation::abnormalEnd(runFromTheStart(name));
+    return runSelected() == 0 ? "" : "an expectation does not hold, or the case is skipped";
 }
 
 // What people and tools/run-tests see of a run.
@@ -158,7 +157,7 @@ int runForked(const Options &options, void (*start)())
         batches.push_back({{each.name},
                            [&options, name = each.name](size_t, bool) {
                                isolation::configurePrograms();
-                               return options.isolated ? whyItFailsInAProcessOfItsOwn(name) : whyItFails(name);
+                               return options.isolated ? whyItFailsFromTheStart(name) : whyItFails(name);
                            },
                            options.timeLimit});
     }
@@ -185,14 +184,14 @@ int run(int count, char **arguments, void (*start)())
     // The environment of run-env has a defaults folder for this process alone.
     bool isPrepared = getenv("GNUSTEP_CONFIG_FILE") && !isolation::keepsDefaultsInCurrentFolder();
     if (!options->forks && isPrepared)
-        return RUN_ALL_TESTS();
+        return runSelected();
     isolation::keepDefaultsInCurrentFolder();
     if (options->forks)
         return runForked(*options, start);
     isolation::Folder folder;
     folder.enter();
     isolation::configurePrograms();
-    return RUN_ALL_TESTS();
+    return runSelected();
 }
 
 } // namespace test_runner
