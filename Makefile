@@ -2,9 +2,9 @@
 # A comment after `##` is the target's line in `make help`.
 
 preset := linux-i386
-build  := cmake --build --preset $(preset) --target
+build  := tools/build.sh $(preset)
 
-.PHONY: help setup configure build macos demo test test-macos bench bench-check sanitize valgrind fuzz coverage mutations format check-format docs package clean
+.PHONY: help setup configure build macos demo check test test-isolated test-macos bench bench-check sanitize valgrind fuzz coverage mutations format check-format docs package clean
 .DEFAULT_GOAL := help
 
 help: ## this list
@@ -26,8 +26,14 @@ demo: configure ## a short tour of the class in the embedded host
 	@$(build) plughost NSUserDefaults family $(filter macos,$(PLUGIN))
 	@host/plughost/demo.sh $(PLUGIN)
 
+check: build ## every test but the validator's thousands of cases: the one to run while working
+	@tools/run-tests.py $(preset) --label-exclude thorough
+
 test: build ## build and run every test; the last line counts them
 	@tools/run-tests.py $(preset)
+
+test-isolated: build ## the same with each case in a process of its own from its start, without forks (minutes)
+	@TESTS_ISOLATED=1 tools/run-tests.py $(preset)
 
 test-macos: build ## the macOS plug-in's tests at every level of optimisation and with both kinds of fix-ups (minutes)
 	@tools/test-macos-variants.sh $(preset)

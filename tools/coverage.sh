@@ -8,7 +8,7 @@ preset=$1
 tree=$PWD/build/$preset
 
 tools/setup/configure.sh "$preset"
-cmake --build --preset "$preset" --target all
+tools/build.sh "$preset" all
 rm -rf "$tree/counts"
 mkdir -p "$tree/counts"
 # One file for each of four processes at a time, added to by all that follow. The tests of the released file's own look

@@ -15,7 +15,7 @@ fuzzers=("$@")
 [ ${#fuzzers[@]} -gt 0 ] || fuzzers=(text_building host_string variant_graph property_list object_file)
 
 tools/setup/configure.sh "$preset"
-cmake --build --preset "$preset" --target fuzzers
+tools/build.sh "$preset" fuzzers
 tree=$PWD/build/$preset
 
 # The longest input that is worth trying: none of them needs more to reach everything.

@@ -9,7 +9,7 @@ preset=$1
 reports=$PWD/build/$preset/reports
 
 tools/setup/configure.sh "$preset"
-cmake --build --preset "$preset" --target all
+tools/build.sh "$preset" all
 
 # Reports go to files, since tests and the validator look after what their processes print, or throw it away. A crash
 # keeps its signal, which they expect.

@@ -6,7 +6,7 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 preset=$1
 plugin=build/macos-i386
 
-cmake --build --preset "$preset" --target macos-variants
+tools/build.sh "$preset" macos-variants
 for file in NSUserDefaults.dylib NSUserDefaults.map; do
     cmp "$plugin/$file" "$plugin/O2/$file" || {
         echo "test-macos-variants.sh: two builds of the same sources differ" >&2
