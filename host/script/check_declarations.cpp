@@ -162,7 +162,7 @@ void Checker::declareClasses(Program &program)
                 fail(definition.name.place, "the host has a class \"" + definition.name.text + "\" already");
             std::string super = definition.superName ? definition.superName->text : "";
             if (!super.empty() && !isClass(super))
-                fail(definition.superName->place, "there is no class \"" + super + "\"" + suggestedClass(super));
+                unknownClass(*definition.superName);
             definition.super = definitionOf(super);
             _symbols.classes[definition.name.text] = &definition;
             defineScriptClass(definition);

@@ -235,8 +235,7 @@ Type Checker::visit(TypeTest &test, Expression &, const Type *)
     needValue(*test.operand);
     const Type &type = test.operand->type;
     if (!isClass(test.className.text))
-        fail(test.className.place,
-             "there is no class \"" + test.className.text + "\"" + suggestedClass(test.className.text));
+        unknownClass(test.className);
     if (!isObject(type) && !isVariant(type) && !isNil(type))
         fail(test.operand->place, "IsA needs an object, not " + articleAndName(type));
     return typeNamed("Boolean");
@@ -249,7 +248,7 @@ Type Checker::visit(Creation &creation, Expression &expression, const Type *)
     const std::string &name = creation.className.text;
     const host::runtime::Class *made = host::runtime::findClass(name);
     if (!made || host::equalIgnoringCase(name, "Variant")) {
-        fail(creation.className.place, "there is no class \"" + name + "\"" + suggestedClass(name));
+        unknownClass(creation.className);
     }
     Type type = classType(made->name);
     std::vector<Candidate> candidates;

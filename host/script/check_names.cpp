@@ -97,6 +97,12 @@ void Checker::unknownName(const Named &name)
     fail(name.place, "there is nothing named " + quoted(name.text) + suggestion(name.text, known));
 }
 
+void Checker::unknownClass(const Named &name)
+{
+    std::string leftOut = leftOutMessage(LeftOutAt::Name, name.text);
+    fail(name.place, !leftOut.empty() ? leftOut : "there is no class " + quoted(name.text) + suggestedClass(name.text));
+}
+
 void Checker::unknownMember(const Named &name, const std::string &owner, const std::vector<std::string> &known)
 {
     fail(name.place, owner + " has no member " + quoted(name.text) + suggestion(name.text, known));

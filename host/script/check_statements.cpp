@@ -86,7 +86,7 @@ void Checker::checkTest(Select::Test &test, const Type &subject)
 {
     if (!test.className.text.empty()) {
         if (!isClass(test.className.text))
-            fail(test.className.place, "there is no class \"" + test.className.text + "\"");
+            unknownClass(test.className);
         return;
     }
     for (Expression *value : {test.value.get(), test.last.get()}) {
@@ -206,7 +206,7 @@ void Checker::visit(Return &leave, const Place &place)
 void Checker::needExceptionClass(const Named &name)
 {
     if (!isClass(name.text))
-        fail(name.place, "there is no class \"" + name.text + "\"" + suggestedClass(name.text));
+        unknownClass(name);
     if (!fit(classType("RuntimeException"), classType(name.text)))
         fail(name.place, "\"" + name.text + "\" is no class of exceptions");
 }

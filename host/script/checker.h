@@ -136,6 +136,7 @@ private:
     const ClassDefinition::Field *findField(const ClassDefinition *definition, const std::string &name) const;
     Function *findMethod(const ClassDefinition *definition, const std::string &name) const;
     [[noreturn]] void unknownName(const Named &name);
+    [[noreturn]] void unknownClass(const Named &name);
     [[noreturn]] void unknownMember(const Named &name, const std::string &owner, const std::vector<std::string> &known);
 
     Symbols &_symbols;

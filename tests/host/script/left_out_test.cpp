@@ -55,6 +55,11 @@ TEST_F(LeftOut, IsSaidByName)
         {"Dim s As TextOutputStream",
          "p:1:10: \"TextOutputStream\" is not part of this language here\nDim s As TextOutputStream\n         "
          "^~~~~~~~~~~~~~~~\n"},
+        {"Dim o As Object\no = New Timer",
+         "p:2:9: \"Timer\" is not part of this language here\no = New Timer\n        ^~~~~\n"},
+        {"Print Encodings.UTF8.internetName",
+         "p:1:7: Encodings of texts are not part of this language here; texts are UTF-8 here\n"
+         "Print Encodings.UTF8.internetName\n      ^~~~~~~~~\n"},
         {"Print DefineEncoding(\"a\", 1)",
          "p:1:7: Encodings of texts are not part of this language here; texts are UTF-8 here\n"
          "Print DefineEncoding(\"a\", 1)\n      ^~~~~~~~~~~~~~\n"},
