@@ -394,7 +394,9 @@ void addNumbers(const std::string &profile, std::vector<Batch> &batches)
                          formatted("single %.17g", number));
         });
         addNumberCase(batch, prefix, "variant-single", i, [=] {
-            expectSetter(kSetVariant, number, "setObject:single " + formatted("%.9g", number) + " forKey:\"Key\"");
+            const char *kind =
+                std::isfinite(number) ? "single " : "double "; // there is one infinity, and it is a double
+            expectSetter(kSetVariant, number, "setObject:" + (kind + formatted("%.9g", number)) + " forKey:\"Key\"");
         });
     }
     i = 0;
