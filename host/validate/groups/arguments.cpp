@@ -132,6 +132,8 @@ std::string readFromBytes(std::string bytes, uint32_t encoding)
         return kAnything;
     if (isNarrow)
         bytes = bytes.substr(0, bytes.find('\0'));
+    if (encoding == host::kUTF8 && bytes.compare(0, 3, "\xEF\xBB\xBF") == 0)
+        bytes.erase(0, 3); // Core Foundation leaves the mark out
     std::optional<std::u16string> units = host::runtime::decodeText(bytes, encoding);
     return units ? shownUnits(*units) : kAnything;
 }
