@@ -1,6 +1,7 @@
 // Files between the host's FolderItem and a file URL, through the File Manager's references. A file that
 // does not exist yet is told by its parent folder and its name, which is normalised to form D (decomposed),
-// the form of names on disk. Neither direction raises anything.
+// the form of names on disk, and otherwise crosses as it is: a ":" of a URL, which the File Manager calls "/", is
+// not exchanged for it, nor the other way round. Neither direction raises anything.
 #pragma once
 
 #include "hostapi/types.h"

@@ -4,8 +4,7 @@
 
 #include <CoreServices/CoreServices.h>
 
-static const UInt32 kRootFolderNode = 2; // the node id of a volume's root folder
-static const CFIndex kLongestName = 255; // UTF-16 units
+static const CFIndex kLongestName = 255; // UTF-16 units, what an HFSUniStr255 holds
 
 // A copy of the name in form D, or the name itself when it cannot be copied. Owned by the caller.
 static CFStringRef CopyDecomposed(CFStringRef name)
@@ -17,10 +16,14 @@ static CFStringRef CopyDecomposed(CFStringRef name)
     return copy;
 }
 
+static UInt16 CutToLongestName(CFIndex length)
+{
+    return static_cast<UInt16>(length < kLongestName ? length : kLongestName);
+}
+
 static void GetFileName(CFStringRef name, HFSUniStr255 *fileName)
 {
-    const CFIndex length = CFStringGetLength(name);
-    fileName->length = static_cast<UInt16>(length < kLongestName ? length : kLongestName);
+    fileName->length = CutToLongestName(CFStringGetLength(name));
     CFStringGetCharacters(name, CFRangeMake(0, fileName->length), fileName->unicode);
 }
 
@@ -63,7 +66,7 @@ static REALfolderItem NewItemOfExistingFile(const FSRef *ref)
         return NewItemFromSpec(ref);
 
     // A volume's root has no parent. A cleared reference names nothing, so the test below sends it on.
-    if (info.nodeID == kRootFolderNode)
+    if (info.nodeID == fsRtDirID)
         parentRef = FSRef();
 
     HFSUniStr255 fileName;
@@ -104,7 +107,8 @@ static bool DecidedByParentAndName(REALfolderItem item, CFURLRef *url)
     if (!parent)
         return false;
 
-    CFStringRef leaf = name.length ? CFStringCreateWithCharacters(nullptr, name.unicode, name.length) : nullptr;
+    const UInt16 length = CutToLongestName(name.length); // the host may tell more than there is room for
+    CFStringRef leaf = length ? CFStringCreateWithCharacters(nullptr, name.unicode, length) : nullptr;
     if (leaf) {
         CFStringRef decomposed = CopyDecomposed(leaf);
         *url = CFURLCreateCopyAppendingPathComponent(nullptr, parent, decomposed, false);

@@ -11,6 +11,7 @@ namespace {
 std::vector<std::string> steps;
 bool knowsItem, knowsParent, knowsSpec;
 std::u16string leafName;
+UInt16 toldLength; // of the name, where it is not its own
 std::string parentPath;
 std::u16string toldName;
 
@@ -26,7 +27,7 @@ unsigned char refOfItem(void *, FSRef *ref, HFSUniStr255 *name)
         return 0;
     if (name) {
         EXPECT_EQ(name->length, 0) << "the name comes in empty";
-        name->length = leafName.size();
+        name->length = toldLength ? toldLength : leafName.size();
         memcpy(name->unicode, leafName.data(), 2 * leafName.size());
     }
     return referTo(parentPath, ref);
@@ -54,6 +55,7 @@ protected:
         knowsItem = knowsParent = knowsSpec = false;
         parentPath = "/tmp";
         leafName.clear();
+        toldLength = 0;
     }
 
     void playItems()
@@ -107,6 +109,31 @@ TEST_F(FolderItemWays, AnItemThatDoesNotExistIsItsNameInItsParent)
     EXPECT_EQ(pathBy({"item", "parent and name"}), "/tmp/e\xCC\x81");
     leafName = std::u16string(255, u'n');
     EXPECT_EQ(pathBy({"item", "parent and name"}), "/tmp/" + std::string(255, 'n'));
+}
+
+TEST_F(FolderItemWays, ANameThatTheHostTellsLongerThanThereIsRoomForIsCutTo255Units)
+{
+    start();
+    playItems();
+    knowsParent = true;
+    leafName = std::u16string(255, u'n');
+    for (UInt16 told : {256, 300, 0xFFFF}) {
+        toldLength = told;
+        EXPECT_EQ(pathBy({"item", "parent and name"}), "/tmp/" + std::string(255, 'n')) << told;
+    }
+}
+
+// The File Manager and URLs call the same character ":" and "/"; only for items that exist does the system translate.
+TEST_F(FolderItemWays, ColonsAndSlashesOfANewFilesNameCrossAsTheyAre)
+{
+    start();
+    playItems();
+    knowsParent = true;
+    leafName = u"new:file";
+    EXPECT_EQ(pathBy({"item", "parent and name"}), "/tmp/new:file");
+    leafName = u"new/file";
+    EXPECT_EQ(pathBy({"item", "parent and name"}), "/tmp/new/file") << "a file in a folder";
+    EXPECT_EQ(nameToldFor(@"new:file"), u"new:file");
 }
 
 TEST_F(FolderItemWays, AParentWithoutANameLeadsToTheSpecification)
