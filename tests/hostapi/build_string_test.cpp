@@ -310,6 +310,45 @@ TEST_F(BuildStringRules, OutOfMemoryWhileMarkingUnlocksWhatWasBuilt)
     EXPECT_TRUE(raisedOnce(host.takePendingExceptions(), kOutOfMemory, kMessage));
 }
 
+int unlockingsLeftToFail;
+
+// The host has let go of the string when it runs out of memory.
+void unlockAndThrowBadAlloc(void *string)
+{
+    host::Host &host = host::Host::shared();
+    host.replace("REALUnlockString", nullptr);
+    reinterpret_cast<void (*)(void *)>(host::Host::resolver()("REALUnlockString"))(string);
+    host.replace("REALUnlockString", reinterpret_cast<void *>(unlockAndThrowBadAlloc));
+    if (unlockingsLeftToFail-- > 0)
+        throw std::bad_alloc();
+}
+
+TEST_F(BuildStringRules, OutOfMemoryWhileUnlockingIsRaisedAndNothingIsLeftLocked)
+{
+    host.replace("REALUnlockString", reinterpret_cast<void *>(unlockAndThrowBadAlloc));
+    for (uint32_t encoding : {kUTF16Text, kUTF32LittleEndianText}) {
+        for (int times : {1, 2}) { // while the wide string is unlocked; while the converted one is, too
+            SCOPED_TRACE(testing::Message() << encoding << ", " << times);
+            unlockingsLeftToFail = times;
+            EXPECT_TRUE(build("abcd", encoding).isNullHandle());
+            EXPECT_TRUE(raisedOnce(host.takePendingExceptions(), kOutOfMemory, kMessage));
+            EXPECT_LT(unlockingsLeftToFail, 0) << "each was tried";
+            EXPECT_THAT(host.imbalances(), IsEmpty());
+        }
+    }
+}
+
+TEST_F(BuildStringRules, OutOfMemoryWhileUnlockingAfterAFailureIsRaisedOnce)
+{
+    markingsLeftToFail = 1;
+    unlockingsLeftToFail = 1;
+    host.replace("REALSetStringEncoding", reinterpret_cast<void *>(throwBadAllocOnce));
+    host.replace("REALUnlockString", reinterpret_cast<void *>(unlockAndThrowBadAlloc));
+    EXPECT_TRUE(build("abcd", kUTF8Text).isNullHandle());
+    EXPECT_TRUE(raisedOnce(host.takePendingExceptions(), kOutOfMemory, kMessage));
+    EXPECT_THAT(host.imbalances(), IsEmpty());
+}
+
 void throwLogicError(void *, uint32_t)
 {
     throw std::logic_error("of the host");
