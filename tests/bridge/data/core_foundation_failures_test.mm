@@ -1,7 +1,7 @@
 // What becomes of a file when Core Foundation cannot make one of the texts and URLs on the way. Its functions in this
 // program come before the platform's, and pass on what no test spoils.
 #include "tests/bridge/crossing.h"
-#include "tests/bridge/data/next_function.h"
+#include "tests/support/next_function.h"
 
 #include <CoreServices/CoreServices.h>
 

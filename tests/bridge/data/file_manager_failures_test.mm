@@ -1,7 +1,7 @@
 // What the plug-in asks the File Manager about a file, and what it does when one of the answers is an error. The File
 // Manager's functions in this program come before the platform's, and pass on what no test spoils.
 #include "tests/bridge/crossing.h"
-#include "tests/bridge/data/next_function.h"
+#include "tests/support/next_function.h"
 
 #include <CoreServices/CoreServices.h>
 

@@ -1,5 +1,11 @@
 // For which kind a Cocoa object is taken: the first that fits, in one order.
 #include "tests/bridge/crossing.h"
+#include "tests/support/next_function.h"
+
+#import <objc/runtime.h>
+
+#include <algorithm>
+#include <set>
 
 using host::Value;
 
@@ -53,9 +59,40 @@ const std::vector<std::string> kKindsInOrder = {
     "NSValue",
 };
 
-class ObjectKinds : public CrossingTest {};
+// Classes that are not there now, as those of a bundle that was unloaded, and the names that were looked for.
+std::set<std::string> gone;
+std::vector<std::string> lookedFor;
+
+class ObjectKinds : public CrossingTest {
+protected:
+    // The classes that an object of no kind is asked for, one after the other.
+    std::vector<std::string> kindsAskedFor()
+    {
+        std::vector<std::string> asked;
+        ObjectOfKinds *object = [[[ObjectOfKinds alloc] init] autorelease];
+        object->asked = &asked;
+        toHost(object);
+        object->asked = nullptr;
+        return asked;
+    }
+    static std::vector<std::string> allKindsBut(const std::set<std::string> &missing)
+    {
+        std::vector<std::string> kinds;
+        std::copy_if(kKindsInOrder.begin(), kKindsInOrder.end(), std::back_inserter(kinds),
+                     [&](const std::string &kind) { return missing.count(kind) == 0; });
+        return kinds;
+    }
+};
 
 } // namespace
+
+// The product looks classes up here; in this program it comes before the runtime's own.
+extern "C" __attribute__((visibility("default"))) decltype(objc_getClass("")) objc_getClass(const char *name)
+{
+    auto next = nextFunction<decltype(objc_getClass)>(__func__);
+    lookedFor.push_back(name);
+    return gone.count(name) ? nil : next(name);
+}
 
 TEST_F(ObjectKinds, ObjectsAreAskedForTheirKindInOneOrder)
 {
@@ -67,6 +104,33 @@ TEST_F(ObjectKinds, ObjectsAreAskedForTheirKindInOneOrder)
     host::Value value = toHost(object);
     EXPECT_TRUE(everyObjectIsTyped() ? value.isA("CFObjectKTZ") : value.isNil());
     EXPECT_EQ(asked, kKindsInOrder);
+}
+
+TEST_F(ObjectKinds, AKindWhoseClassIsLackingIsPassedOverWithoutAMessage)
+{
+    start();
+    host.removeClass("NSObjectKTZ");
+    host.removeClass("CFObjectKTZ");
+    gone = {"NSRunningApplication", "KTZREALobjectWrapper"};
+    EXPECT_EQ(kindsAskedFor(), allKindsBut(gone));
+}
+
+// A bundle that has it may be unloaded and loaded again.
+TEST_F(ObjectKinds, AClassFoundByNameIsLookedForAnewWithEveryObject)
+{
+    start();
+    host.removeClass("NSObjectKTZ");
+    host.removeClass("CFObjectKTZ");
+    for (const char *name : {"NSRunningApplication", "KTZREALobjectWrapper"}) {
+        for (bool isGone : {false, true, false}) {
+            gone.clear();
+            if (isGone)
+                gone = {name};
+            lookedFor.clear();
+            EXPECT_EQ(kindsAskedFor(), allKindsBut(gone)) << name;
+            EXPECT_EQ(std::count(lookedFor.begin(), lookedFor.end(), name), 1);
+        }
+    }
 }
 
 TEST_F(ObjectKinds, TheFirstKindThatFitsDecidesAndNoOtherIsAsked)
