@@ -176,6 +176,106 @@ TEST_F(DictionaryMethods, AreLeftAsTheyWereWhereNoWalkBegins)
     EXPECT_EQ(loaded, threeOf({0}));
 }
 
+// --- What runs in the middle of a walk --------------------------------------------------------------------------
+
+namespace {
+
+std::function<void()> insideKeyGetter; // host code
+void *(*hostsKeyGetter)(void *, int32_t);
+void *(*hostsGetter)(void *, void *);
+
+void *getKey(void *dictionary, int32_t index)
+{
+    void *key = hostsKeyGetter(dictionary, index);
+    if (insideKeyGetter && dictionary == dictionaries[0])
+        insideKeyGetter();
+    return key;
+}
+
+// The getter of one Dictionary, for no other.
+template <int number>
+void *getValue(void *dictionary, void *key)
+{
+    EXPECT_EQ(dictionary, dictionaries[number]) << "asked by the getter of Dictionary " << number;
+    return hostsGetter(dictionary, key);
+}
+
+void *loadWatchedMethod(void *object, const char *declaration)
+{
+    void *function = loadMethod(object, declaration);
+    if (strcmp(declaration, kKeyGetter) == 0) {
+        hostsKeyGetter = reinterpret_cast<void *(*)(void *, int32_t)>(function);
+        return reinterpret_cast<void *>(getKey);
+    }
+    if (strcmp(declaration, kGetter) == 0) {
+        hostsGetter = reinterpret_cast<void *(*)(void *, void *)>(function);
+        return reinterpret_cast<void *>(object == dictionaries[0] ? getValue<0> : getValue<1>);
+    }
+    return function;
+}
+
+const Value *atTheAddress;
+
+void *newInstanceAtTheAddress(const char *className)
+{
+    host::Host &host = host::Host::shared();
+    if (strcmp(className, "Dictionary") == 0) {
+        reinterpret_cast<void (*)(void *)>(host::Host::resolver()("REALLockObject"))(atTheAddress->handle());
+        return atTheAddress->handle();
+    }
+    host.replace("PluginNewInstance", nullptr);
+    void *instance = reinterpret_cast<void *(*)(const char *)>(host::Host::resolver()("PluginNewInstance"))(className);
+    host.replace("PluginNewInstance", reinterpret_cast<void *>(newInstanceAtTheAddress));
+    return instance;
+}
+
+// Raises when it is asked for its kind for the second time; the key of an entry is converted before its value.
+int timesAskedForKind;
+
+} // namespace
+
+@interface ObjectThatRaisesLater : NSObject
+@end
+
+@implementation ObjectThatRaisesLater
+- (BOOL)isKindOfClass:(Class)kind
+{
+    if (kind == [NSArray class] && ++timesAskedForKind == 2) // the first class that a conversion asks for
+        [NSException raise:@"NSTestException" format:@"at the second entry"];
+    return [super isKindOfClass:kind];
+}
+@end
+
+TEST_F(DictionaryMethods, AreLookedAtAgainBetweenKeyAndValue)
+{
+    forget();
+    host.replace("REALLoadObjectMethod", reinterpret_cast<void *>(loadWatchedMethod));
+    Value outer = entries(2), inner = entries(1), other = newEmptyInstance();
+    insideKeyGetter = [&] { host.call(other, "setDictionaryValue", {"key", inner}); };
+    expectEntries(dictionaryOf(outer), 2);
+    insideKeyGetter = nullptr;
+    EXPECT_EQ(loaded, threeOf({0, 1, 0, 1, 0}));
+}
+
+// The Dictionary that was being filled is given back, and the host's next one gets its address: of both that are played
+// by one here the plug-in sees no more.
+TEST_F(DictionaryMethods, OfADictionaryThatAnExceptionEndedNeverServeTheNextAtItsAddress)
+{
+    support::LogCapture log;
+    Value dictionary = entries(0);
+    atTheAddress = &dictionary;
+    host.replace("PluginNewInstance", reinterpret_cast<void *>(newInstanceAtTheAddress));
+    forget();
+    id raising = [[[ObjectThatRaisesLater alloc] init] autorelease];
+    NSDictionary *source = [NSDictionary dictionaryWithObjectsAndKeys:raising, @"a", raising, @"b", nil];
+    EXPECT_EQ(tryToHost(source, "dictionaryForKey").raised.size(), 1u);
+    ASSERT_EQ(loaded, threeOf({0})) << "one entry was stored before";
+    ASSERT_EQ(dictionary.lockCount(), 1) << "gone, as far as the plug-in knows";
+
+    EXPECT_EQ(hostDictionaryOf([NSDictionary dictionaryWithObject:@"v" forKey:@"k"]).lookup("k").text(), "v");
+    EXPECT_EQ(loaded, threeOf({0, 0}));
+}
+
 namespace {
 
 class DictionaryWithout : public CrossingTest {
