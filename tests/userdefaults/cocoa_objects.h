@@ -27,6 +27,9 @@ void release(void *object);
 void *newUnreleasableObject();
 void releaseAllTheSame(void *unreleasable);
 
+// An object, owned by the caller, that calls `look` whenever it is released, before anything comes of it.
+void *newObjectWithReleaseWatched(std::function<void()> look);
+
 // A URL, autoreleased, that has no text.
 void *textlessURL();
 

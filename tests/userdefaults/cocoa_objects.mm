@@ -21,6 +21,20 @@
 }
 @end
 
+@interface ObjectWithReleaseWatched : NSObject {
+@public
+    std::function<void()> look;
+}
+@end
+
+@implementation ObjectWithReleaseWatched
+- (oneway void)release
+{
+    look();
+    [super release];
+}
+@end
+
 @interface TextlessURL : NSURL
 @end
 
@@ -76,6 +90,13 @@ void *newUnreleasableObject()
 void releaseAllTheSame(void *unreleasable)
 {
     NSDeallocateObject(static_cast<id>(unreleasable));
+}
+
+void *newObjectWithReleaseWatched(std::function<void()> look)
+{
+    ObjectWithReleaseWatched *object = [[ObjectWithReleaseWatched alloc] init];
+    object->look = std::move(look);
+    return object;
 }
 
 void *textlessURL()

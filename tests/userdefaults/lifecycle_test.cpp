@@ -203,6 +203,31 @@ TEST_F(UserConstructor, InstanceLeftEmptyCanBeConstructedLater)
     EXPECT_NE(cocoa::carriedBy(instance), nullptr);
 }
 
+// --- The end ----------------------------------------------------------------------------------------------------
+
+void *initialised;
+
+void *giveInitialised(void *self, void *)
+{
+    cocoa::release(self);
+    return initialised;
+}
+
+using Finaliser = ConstructorTest;
+
+// What Cocoa does while it releases the object must not find an instance that is about to die.
+TEST_F(Finaliser, TakesTheInstanceOutOfTheRegistryBeforeItReleasesTheObject)
+{
+    std::vector<const void *> carriersSeen;
+    initialised =
+        cocoa::newObjectWithReleaseWatched([&] { carriersSeen.push_back(cocoa::registeredCarrier(initialised)); });
+    CocoaMethod init("NSUserDefaults", "init", MethodOf::Instance, reinterpret_cast<void *>(giveInitialised));
+    host.invoke(method(kConstructor), instance, {});
+    ASSERT_EQ(cocoa::registeredCarrier(initialised), instance.handle());
+    instance = {};
+    EXPECT_THAT(carriersSeen, ElementsAre(nullptr));
+}
+
 // --- Cocoa raises -----------------------------------------------------------------------------------------------
 
 class FailingLifecycle : public ConstructorTest {
