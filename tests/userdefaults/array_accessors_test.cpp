@@ -150,6 +150,33 @@ TEST_P(ArrayAccessors, AnElementIsLockedOnceWhileItIsConvertedAndUnlockedAfter)
     }
 }
 
+// Host code that runs while an element is converted: it makes the array move its storage, and changes what comes next.
+TEST_P(ArrayAccessors, WhereTheElementsLieIsAskedAnewForEach)
+{
+    startHost();
+    recorded.carryIn(instance);
+    const char *textService = GetParam().version < 2012 ? "REALGetStringEncoding" : "REALGetStringCFString";
+    for (const Kind &kind : kKinds) {
+        const bool ofTexts = kind.elements == host::ElementType::String;
+        Value array = arrayOf(kind, std::vector<std::string>(40, "early"));
+        int calls = 0;
+        const char *service = ofTexts ? textService : "VarType";
+        host.beforeCall(service, [&] {
+            if (calls++ != (ofTexts ? 1 : 0)) // the key is converted by the first of them
+                return;
+            for (int i = 0; i < 1000; i++)
+                array.append("late");
+            for (int i = 1; i < 40; i++)
+                array.setAt(i, "late");
+        });
+        std::string expected = "\"early\"";
+        for (int i = 1; i < 40; i++)
+            expected += ", \"late\"";
+        EXPECT_EQ(sentFor(kind, array), "setObject:[" + expected + "] forKey:\"Key\"");
+        host.beforeCall(service, nullptr);
+    }
+}
+
 TEST_P(ArrayAccessors, GettersGiveEmptyArraysForNothing)
 {
     startHost();
@@ -308,8 +335,23 @@ TEST_F(ArrayAccessorsWithout, ArraysOfTheHostGettersGiveNil)
     start("2013.03");
     Value defaults = standardUserDefaults();
     host.call(defaults, "setStringArrayValue", {"Key", Value::strings({"a"})});
-    for (const Kind &kind : kKinds)
+    for (const Kind &kind : kKinds) {
+        host.resetCounts();
         EXPECT_TRUE(host.call(defaults, kind.getter, {"Key"}).isNil()) << kind.getter;
+        EXPECT_EQ(host.calls("REALBuildString"), 0) << "nothing is converted that nobody gets";
+    }
+}
+
+TEST_F(ArrayAccessorsWithout, ArraysOfTheHostGettersAskCocoaAllTheSame)
+{
+    host.hide("RuntimeArrayCreateSingleDimBoundedArray");
+    start("2013.03");
+    Value instance = newEmptyInstance();
+    support::RecordingDefaults recorded;
+    recorded.carryIn(instance);
+    for (const Kind &kind : kKinds)
+        host.call(instance, kind.getter, {"Key"});
+    EXPECT_THAT(recorded.messages(), ElementsAre("stringArrayForKey:\"Key\"", "arrayForKey:\"Key\""));
 }
 
 TEST_F(ArrayAccessorsWithout, AnAssignableForm)

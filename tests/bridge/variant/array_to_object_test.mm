@@ -126,6 +126,43 @@ TEST_P(ArrayToObjectOn, EveryElementTypeIsConvertedInOrder)
     }
 }
 
+// Host code that runs while an element is converted: it makes the array move its storage, and changes what comes next.
+TEST_P(ArrayToObjectOn, WhereTheElementsLieIsAskedAnewForEach)
+{
+    startHost();
+    const char *textService = GetParam().version < 2012 ? "REALGetStringEncoding" : "REALGetStringCFString";
+    struct Row {
+        Value array;
+        Value later;          // what comes after the first element in the end
+        const char *service;  // asked for each element
+        int callsBeforeFirst; // of that service
+    };
+    Row rows[] = {
+        {Value::variants(std::vector<Value>(40, "early")), "late", "VarType", 1},
+        {Value::strings(std::vector<Value>(40, "early")), "late", textService, 1},
+        {Value::array(ElementType::Date, std::vector<Value>(40, Value::date(2000, 1, 1))), Value::date(2012, 2, 29),
+         "REALGetPropValueInt", 0},
+    };
+    for (Row &row : rows) {
+        SCOPED_TRACE(row.array.typeName());
+        int calls = 0;
+        host.beforeCall(row.service, [&] {
+            if (calls++ != row.callsBeforeFirst)
+                return;
+            for (int i = 0; i < 1000; i++)
+                row.array.append(row.later);
+            for (int i = 1; i < 40; i++)
+                row.array.setAt(i, row.later);
+        });
+        NSArray *result = toCocoa(row.array);
+        host.beforeCall(row.service, nullptr);
+        ASSERT_EQ([result count], 40u) << "the bound is asked once";
+        id later = toCocoa(row.later);
+        for (int i = 1; i < 40; i++)
+            EXPECT_TRUE([[result objectAtIndex:i] isEqual:later]) << i << textOf([result objectAtIndex:i]);
+    }
+}
+
 TEST_P(ArrayToObjectOn, AnEmptyArrayIsAnEmptyArray)
 {
     startHost();
