@@ -27,6 +27,10 @@ void release(void *object);
 void *newUnreleasableObject();
 void releaseAllTheSame(void *unreleasable);
 
+// An object, autoreleased, that calls `first` and raises an NSException named "NSTestException" for "not retained" when
+// retained.
+void *unretainableObject(std::function<void()> first);
+
 // An object, owned by the caller, that calls `look` whenever it is released, before anything comes of it.
 void *newObjectWithReleaseWatched(std::function<void()> look);
 

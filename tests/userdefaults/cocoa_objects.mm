@@ -21,6 +21,21 @@
 }
 @end
 
+@interface UnretainableObject : NSObject {
+@public
+    std::function<void()> first;
+}
+@end
+
+@implementation UnretainableObject
+- (id)retain
+{
+    first();
+    [NSException raise:@"NSTestException" format:@"not retained"];
+    return nil;
+}
+@end
+
 @interface ObjectWithReleaseWatched : NSObject {
 @public
     std::function<void()> look;
@@ -90,6 +105,13 @@ void *newUnreleasableObject()
 void releaseAllTheSame(void *unreleasable)
 {
     NSDeallocateObject(static_cast<id>(unreleasable));
+}
+
+void *unretainableObject(std::function<void()> first)
+{
+    UnretainableObject *object = [[[UnretainableObject alloc] init] autorelease];
+    object->first = std::move(first);
+    return object;
 }
 
 void *newObjectWithReleaseWatched(std::function<void()> look)

@@ -124,6 +124,21 @@ TEST_F(StandardDefaultsRules, ExceptionOfCocoaIsRaisedAndTheyAreNil)
     EXPECT_THAT(log.messages(), ElementsAre(support::kRaisingMethodLogLine));
 }
 
+TEST_F(StandardDefaultsRules, WhatWasMadeForThemIsGivenBackWhenCocoaRaises)
+{
+    newEmptyInstance(); // Cocoa's start-up is over
+    void *usual = cocoa::standardUserDefaults();
+    CocoaMethod answered("NSUserDefaults", "standardUserDefaults", MethodOf::Class,
+                         reinterpret_cast<void *>(answerStandardNow));
+    standardNow = cocoa::unretainableObject([=] { standardNow = usual; }); // logging uses them, too
+    const host::LedgerMark mark = host.mark();
+    host::Outcome outcome = host.tryCallShared(kClass, "standardUserDefaults");
+    EXPECT_TRUE(outcome.result.isNil());
+    EXPECT_TRUE(raisedOnce(outcome.raised, "NSExceptionKTZ", "not retained"));
+    EXPECT_THAT(log.messages(), ElementsAre("A NSTestException: not retained, Info: (null)\n"));
+    EXPECT_THAT(host.leaks(mark), IsEmpty());
+}
+
 TEST_F(StandardDefaultsRules, AreWhateverObjectCocoaHandsOutNow)
 {
     RecordingDefaults before, after;
