@@ -92,7 +92,7 @@ class Cases(unittest.TestCase):
     def test_the_setters_are_those_of_the_code(self):
         code = (support.ROOT / "userdefaults" / "class_tables.cpp").read_text(encoding="utf-8")
         functions = dict(re.findall(r'^    METHOD\("(\w+)\(.*", (\w+)\),$', code, flags=re.M))
-        setters = dict(re.findall(r'^    PROPERTY\("(\w+)\(.*", \w+, (\w+)\),$', code, flags=re.M))
+        setters = dict(re.findall(r'^    ASSIGNABLE\("(\w+)\(.*", \w+, (\w+)\),$', code, flags=re.M))
         self.assertEqual(len(setters), 10)
         self.assertEqual({member.name: functions[member.facts["Setter"]] for member in reference.read()
                           if "Setter" in member.facts}, setters)
@@ -102,7 +102,8 @@ class Cases(unittest.TestCase):
                        for path in sorted((support.ROOT / folder).rglob("*.[cm][pm]*")))
         raised = set(re.findall(r'RaiseException\(\s*"\w+",\s*"([^"]+)"', code))
         raised |= set(re.findall(r'snprintf\([^;]*?"(Failed[^"]+)"', code))
-        self.assertGreaterEqual(len(raised), 3)
+        raised |= set(re.findall(r'message\[\] = "([^"]+)"', code))
+        self.assertGreaterEqual(len(raised), 4)
         for page in (reference.SOURCE, support.ROOT / "docs" / "reference" / "errors.md"):
             text = page.read_text(encoding="utf-8")
             self.assertEqual(set(re.findall(r"`((?:Constructor called|Failed to)[^`]*)`", text)), raised, page.name)
