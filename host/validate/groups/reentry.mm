@@ -1,11 +1,15 @@
 // Calls that come back in. While a member of the class works, host code runs: an observer of the notification that a
 // setter posts, or whatever the host does in the middle of an entry point. It calls other members, dictionaries inside
-// dictionaries among them, and neither call may disturb the other.
+// dictionaries among them, and neither call may disturb the other: also where they do not nest, because the host has
+// another stack go on, and where host code leaves the inner one with an exception and swallows that.
+#include "host/isolation/host_exceptions.h"
+#include "host/isolation/other_stack.h"
 #include "host/validate/case.h"
 #include "host/validate/rows.h"
 
 #import <Foundation/Foundation.h>
 
+#include <algorithm>
 #include <optional>
 
 @interface ValidationObserver : NSObject {
@@ -29,19 +33,44 @@ using host::Value;
 
 namespace {
 
+// How host code leaves the inner call.
+struct Leaving {
+    const char *name;
+    void (*leave)();
+    void (*swallowIn)(const std::function<void()> &body);
+};
+
+const Leaving kLeavings[] = {
+    {"host-exception", isolation::throwHostException,
+     [](const std::function<void()> &body) { isolation::swallowedIn(body); }},
+    {"foreign-object", [] { throwForCase(Throwing::Foreign); },
+     [](const std::function<void()> &body) {
+         @try {
+             body();
+         } @catch (NSObject *thrown) {
+             if (thrown != foreignObject())
+                 @throw;
+         }
+     }},
+};
+
 // What the intruder does: a getter and a setter whose values are dictionaries inside dictionaries. It keeps the counts
 // of the host and the log as they are.
 class Intruder {
 public:
+    explicit Intruder(const Leaving *leaving = nullptr) : _leaving(leaving) {}
+
     // Runs unless it is running already.
     void comeIn()
     {
+        if (_inside && _leaving)
+            _leaving->leave();
         if (_inside)
             return;
         _inside = true;
         _visits++;
-        readNested();
-        writeNested();
+        visit([this] { readNested(); });
+        visit([this] { writeNested(); });
         _inside = false;
     }
     long visits() const { return _visits; }
@@ -49,6 +78,14 @@ public:
     void expectUndisturbed() const { expect(_trouble.empty(), "the inner call is disturbed: " + _trouble); }
 
 private:
+    void visit(const std::function<void()> &body)
+    {
+        if (_leaving)
+            _leaving->swallowIn(body);
+        else
+            body();
+    }
+
     void readNested()
     {
         StandIn standIn;
@@ -79,6 +116,7 @@ private:
             _trouble = actual + ", and should be " + expected;
     }
 
+    const Leaving *_leaving;
     bool _inside = false;
     long _visits = 0;
     std::string _trouble;
@@ -103,6 +141,57 @@ static void intrudeThroughEntries(const Row &row)
 {
     for (const std::string &entry : entriesCalledBy(row)) {
         Intruder intruder;
+        World world;
+        runRow(
+            row, world, Throwing::Nothing, [&] { theHost().beforeCall(entry, [&] { intruder.comeIn(); }); },
+            [&] { theHost().beforeCall(entry, nullptr); });
+        expect(intruder.visits() > 0, entry + " is not called again");
+        intruder.expectUndisturbed();
+    }
+}
+
+// The intruder comes in on a stack of its own and stands still in its own calls of the entry point: the two calls hand
+// over to each other there, and the intruder's ends last. The host tells by nesting alone whose call has raised, so
+// calls that raise are left to the other cases.
+static void interleaveAtEntries(const Row &row)
+{
+    const std::vector<std::string> entries = entriesCalledBy(row);
+    if (std::find(entries.begin(), entries.end(), "REALRaiseException") != entries.end())
+        return;
+    for (const std::string &entry : entries) {
+        Intruder intruder;
+        isolation::OtherStack other;
+        auto handOver = [&] {
+            if (other.isHere())
+                other.standStill();
+            else if (other.isUnderWay())
+                other.goOn();
+            else if (!other.hasStarted())
+                other.start([&] {
+                    host::CocoaPool pool;
+                    intruder.comeIn();
+                });
+        };
+        World world;
+        runRow(
+            row, world, Throwing::Nothing, [&] { theHost().beforeCall(entry, handOver); },
+            [&] {
+                other.finish();
+                theHost().beforeCall(entry, nullptr);
+            });
+        expect(intruder.visits() > 0, entry + " is not called again");
+        intruder.expectUndisturbed();
+    }
+}
+
+// The inner call ends in its first call of the entry point. What unlocks is left out: a lock that could not be given
+// back stays.
+static void leaveInnerCalls(const Row &row, const Leaving &leaving)
+{
+    for (const std::string &entry : entriesCalledBy(row)) {
+        if (entry.find("Unlock") != std::string::npos)
+            continue;
+        Intruder intruder(&leaving);
         World world;
         runRow(
             row, world, Throwing::Nothing, [&] { theHost().beforeCall(entry, [&] { intruder.comeIn(); }); },
@@ -196,9 +285,19 @@ void addReentry(const Settings &settings, std::vector<Batch> &batches)
         for (bool family : {true, false}) {
             Batch batch;
             batch.prepare = [=] { startHost(profile, family); };
-            for (const Row &row : rows())
-                batch.cases.push_back({"reentry/entries/" + profile + (family ? "/family/" : "/alone/") + row.name,
-                                       [&row] { intrudeThroughEntries(row); }});
+            const std::string where = "/" + profile + (family ? "/family/" : "/alone/");
+            for (const Row &row : rows()) {
+                batch.cases.push_back({"reentry/entries" + where + row.name, [&row] { intrudeThroughEntries(row); }});
+                batch.cases.push_back({"reentry/interleaved" + where + row.name, [&row] { interleaveAtEntries(row); }});
+            }
+            batches.push_back(batch);
+
+            batch.cases.clear();
+            batch.losesMemory = true; // what the inner call has of Core Foundation in hand
+            for (const Leaving &leaving : kLeavings)
+                for (const Row &row : rows())
+                    batch.cases.push_back({std::string("reentry/") + leaving.name + where + row.name,
+                                           [&] { leaveInnerCalls(row, leaving); }});
             batches.push_back(std::move(batch));
         }
     }

@@ -3,14 +3,11 @@
 // still, too. Host code can leave such a place with an exception of its own or of Cocoa. Whatever happens, each call
 // gives back what it holds, nothing else, and not before it is done with it: the host's ledger tells which handles are
 // held.
-#include "tests/bridge/calls/host_exceptions.h"
+#include "host/isolation/host_exceptions.h"
+#include "host/isolation/other_stack.h"
 #include "tests/bridge/crossing.h"
 
-#include <condition_variable>
 #include <map>
-#include <mutex>
-#include <set>
-#include <thread>
 
 using host::Value;
 
@@ -214,28 +211,6 @@ protected:
     std::optional<support::LogCapture> log;
 };
 
-class Pause {
-public:
-    // Ends when the other side calls handOver.
-    void wait()
-    {
-        std::unique_lock<std::mutex> lock(_mutex);
-        _changed.wait(lock, [this] { return _open; });
-        _open = false;
-    }
-    void handOver()
-    {
-        std::lock_guard<std::mutex> lock(_mutex);
-        _open = true;
-        _changed.notify_one();
-    }
-
-private:
-    std::mutex _mutex;
-    std::condition_variable _changed;
-    bool _open = false;
-};
-
 TEST_P(Calls, ThatStandStillInTurnHoldWhatIsTheirs)
 {
     const int steps = stepsOf(GetParam());
@@ -245,39 +220,26 @@ TEST_P(Calls, ThatStandStillInTurnHoldWhatIsTheirs)
     // one.
     for (int first = 0; first < steps; first++) {
         for (int second = 0; second < steps; second++) {
-            Pause here, there;
             std::map<const void *, int32_t> heldHere, heldThere;
             std::string outcomeThere;
-            const std::thread::id thisThread = std::this_thread::get_id();
             int stepsHere = 0, stepsThere = 0;
-            std::thread other;
-            bool isOver = false; // a call that is served from what another one loaded has fewer steps
+            isolation::OtherStack other; // a call that is served from what another one loaded has fewer steps
             atEachStep = [&] {
-                if (std::this_thread::get_id() == thisThread) {
+                if (!other.isHere()) {
                     if (stepsHere++ != first)
                         return;
                     heldHere = heldNow();
-                    other = std::thread([&] {
-                        outcomeThere = make(GetParam());
-                        isOver = true;
-                        here.handOver();
-                    });
-                    here.wait();
+                    other.start([&] { outcomeThere = make(GetParam()); });
                 } else if (stepsThere++ == second) {
                     heldThere = without(heldNow(), heldHere);
-                    here.handOver();
-                    there.wait();
+                    other.standStill();
                 }
             };
             const std::string outcomeHere = make(GetParam());
-            if (!other.joinable())
+            if (!other.hasStarted())
                 continue; // this one has fewer steps by now
             ASSERT_EQ(heldNow(), heldThere) << "this one ends, from " << first << ", with the other one at " << second;
-            if (!isOver) {
-                there.handOver();
-                here.wait();
-            }
-            other.join();
+            other.finish();
             ASSERT_EQ(outcomeHere, alone) << first << ", " << second;
             ASSERT_EQ(outcomeThere, alone) << first << ", " << second;
             ASSERT_TRUE(heldNow().empty()) << first << ", " << second;
@@ -293,9 +255,9 @@ TEST_P(Calls, ThatHostCodeLeavesWithAnExceptionOfItsOwnGiveBackWhatTheyHeld)
         int seen = 0;
         atEachStep = [&] {
             if (seen++ == last)
-                host_exceptions::throwOne();
+                isolation::throwHostException();
         };
-        const bool wasLeft = host_exceptions::swallowedIn([&] { make(GetParam()); });
+        const bool wasLeft = isolation::swallowedIn([&] { make(GetParam()); });
         EXPECT_EQ(wasLeft, seen > last) << last;
         atEachStep = nullptr;
         ASSERT_TRUE(heldNow().empty()) << "left at " << last;
@@ -334,14 +296,14 @@ TEST_P(Calls, InsideWhichAnotherOneIsLeftAndSwallowedGoOnUndisturbed)
             atEachStep = [&] {
                 if (inside) {
                     if (seenInside++ == inner)
-                        host_exceptions::throwOne();
+                        isolation::throwHostException();
                     return;
                 }
                 if (seenOutside++ != outer)
                     return;
                 const auto heldOutside = heldNow();
                 inside = true;
-                host_exceptions::swallowedIn([&] { make(GetParam()); });
+                isolation::swallowedIn([&] { make(GetParam()); });
                 inside = false;
                 EXPECT_EQ(heldNow(), heldOutside) << outer << ", " << inner;
             };

@@ -3,10 +3,10 @@
 
 #include <functional>
 
-namespace host_exceptions {
+namespace isolation {
 
-[[noreturn]] void throwOne();
+[[noreturn]] void throwHostException();
 // Whether the body ended with one.
 bool swallowedIn(const std::function<void()> &body);
 
-} // namespace host_exceptions
+} // namespace isolation

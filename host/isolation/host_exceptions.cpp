@@ -1,10 +1,10 @@
-#include "tests/bridge/calls/host_exceptions.h"
+#include "host/isolation/host_exceptions.h"
 
 #include <stdexcept>
 
-namespace host_exceptions {
+namespace isolation {
 
-void throwOne()
+void throwHostException()
 {
     throw std::logic_error("of host code");
 }
@@ -19,4 +19,4 @@ bool swallowedIn(const std::function<void()> &body)
     }
 }
 
-} // namespace host_exceptions
+} // namespace isolation
