@@ -65,7 +65,6 @@ static const REALmethodDefinition methods[] = {
     METHOD("volatileDomainNames as string()", volatileDomainNames),
     METHOD("volatileDomainForName(domainName as string) as dictionary", volatileDomainForName),
 };
-static_assert(std::size(methods) == 43);
 
 static const REALmethodDefinition sharedMethods[] = {
     METHOD("NSGlobalDomain as string", getNSGlobalDomain),
@@ -75,7 +74,6 @@ static const REALmethodDefinition sharedMethods[] = {
     METHOD("resetStandardUserDefaults", resetStandardUserDefaults),
     METHOD("standardUserDefaults as NSUserDefaultsKTZ", standardUserDefaults),
 };
-static_assert(std::size(sharedMethods) == 6);
 
 // The record as it is before any registration; it is never changed.
 static const REALclassDefinition original = {
