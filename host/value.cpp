@@ -105,7 +105,7 @@ Value::Value(const Value &other) : _kind(other._kind), _value(other._value)
 
 Value::Value(Value &&other) noexcept : _kind(other._kind), _value(other._value)
 {
-    other._kind = Kind::Nil;
+    other._kind = Kind::Nothing;
     other._value = {};
 }
 
@@ -125,7 +125,7 @@ Value::~Value()
 void Value::reset()
 {
     Handle *given = handle() ? _value.handle : nullptr;
-    _kind = Kind::Nil;
+    _kind = Kind::Nothing;
     _value = {};
     if (given)
         unhold(*given);

@@ -19,7 +19,7 @@ struct Handle;
 class Value {
 public:
     enum class Kind {
-        Nil,
+        Nothing,
         Int32,
         UInt32,
         Int64,
@@ -86,7 +86,7 @@ public:
     Value boxed() const;
 
     Kind kind() const { return _kind; }
-    bool isNil() const { return _kind == Kind::Nil; }
+    bool isNil() const { return _kind == Kind::Nothing; }
     bool isNullHandle() const { return isNil() || (isString() && !_value.handle); }
     bool isNumber() const;
     bool isString() const { return _kind == Kind::String; }
@@ -143,7 +143,7 @@ public:
     std::string describe() const;
 
 private:
-    Kind _kind = Kind::Nil;
+    Kind _kind = Kind::Nothing;
     union {
         int64_t integer;
         double real;

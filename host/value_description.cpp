@@ -47,7 +47,7 @@ std::string describeAt(const Value &value, int depth)
     if (depth > kDescribedDepth)
         return "...";
     switch (value.kind()) {
-    case Value::Kind::Nil:
+    case Value::Kind::Nothing:
         return "nil";
     case Value::Kind::String:
         return describeString(value);

@@ -100,7 +100,7 @@ static Json jsonOfObject(const Value &object)
 static Json jsonOfValue(const Value &value)
 {
     switch (value.kind()) {
-    case Value::Kind::Nil:
+    case Value::Kind::Nothing:
         return nullptr;
     case Value::Kind::Int32:
         return value.int32();

@@ -148,7 +148,7 @@ Value valueOfText(ValueType::Kind kind, const std::string &text, const std::stri
 std::string textOfValue(const Value &value)
 {
     switch (value.kind()) {
-    case Value::Kind::Nil:
+    case Value::Kind::Nothing:
         return "nil";
     case Value::Kind::String:
         return value.text();

@@ -38,7 +38,7 @@ PassingFacts handle(Passing passing, Value::Kind kind)
 // clang-format off
 
 const PassingFacts kPassings[] = {
-    plain(Passing::Nothing, &ffi_type_void, Value::Kind::Nil,
+    plain(Passing::Nothing, &ffi_type_void, Value::Kind::Nothing,
           [](const Value &, Slot &) {},
           [](const Slot &) { return Value(); }),
     integer<int8_t>(Passing::Int8, &ffi_type_sint8, Value::Kind::Int32),
@@ -64,7 +64,7 @@ const PassingFacts kPassings[] = {
     plain(Passing::Color, &ffi_type_uint32, Value::Kind::Color,
           [](const Value &value, Slot &slot) { slot.uint32 = value.colorValue(); },
           [](const Slot &slot) { return Value::color(slot.uint32); }),
-    plain(Passing::Pointer, &ffi_type_pointer, Value::Kind::Nil,
+    plain(Passing::Pointer, &ffi_type_pointer, Value::Kind::Nothing,
           [](const Value &, Slot &) {},
           [](const Slot &slot) { return Value(int32_t(reinterpret_cast<intptr_t>(slot.pointer))); }),
     handle(Passing::String, Value::Kind::String),

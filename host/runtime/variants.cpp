@@ -108,7 +108,7 @@ int64_t variantAsInt64(const Value &value)
         return value.colorValue();
     case Value::Kind::String:
         return cut(strtod(value.text().c_str(), nullptr));
-    case Value::Kind::Nil:
+    case Value::Kind::Nothing:
     case Value::Kind::Object:
     case Value::Kind::Array:
         return 0;
@@ -155,7 +155,7 @@ Value variantAsString(const Value &value)
         snprintf(text, sizeof text, "&h%08X", value.colorValue());
         return text;
     }
-    case Value::Kind::Nil:
+    case Value::Kind::Nothing:
     case Value::Kind::Object:
     case Value::Kind::Array:
         return Value::nullString();

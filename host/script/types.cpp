@@ -159,7 +159,7 @@ std::string articleAndName(const Type &type)
 Type typeOf(const Value &value)
 {
     switch (value.kind()) {
-    case Value::Kind::Nil:
+    case Value::Kind::Nothing:
         return nilType();
     case Value::Kind::Int32:
         return typeNamed("Integer");

@@ -70,7 +70,7 @@ static std::string shownObject(const Value &object)
 std::string shown(const Value &value)
 {
     switch (value.kind()) {
-    case Value::Kind::Nil:
+    case Value::Kind::Nothing:
         return "nil";
     case Value::Kind::Int32:
         return "int32 " + std::to_string(value.int32());

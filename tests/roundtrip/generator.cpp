@@ -20,10 +20,10 @@ const struct {
     ElementType type;
     Kind kind; // of its elements; Nil: any
 } kArrays[] = {
-    {ElementType::Int32, Kind::Int32},     {ElementType::Int64, Kind::Int64}, {ElementType::Single, Kind::Single},
-    {ElementType::Double, Kind::Double},   {ElementType::Date, Kind::Date},   {ElementType::String, Kind::Text},
-    {ElementType::Boolean, Kind::Boolean}, {ElementType::Object, Kind::Nil},  {ElementType::Object, Kind::Nil},
-    {ElementType::Object, Kind::Nil},
+    {ElementType::Int32, Kind::Int32},     {ElementType::Int64, Kind::Int64},    {ElementType::Single, Kind::Single},
+    {ElementType::Double, Kind::Double},   {ElementType::Date, Kind::Date},      {ElementType::String, Kind::Text},
+    {ElementType::Boolean, Kind::Boolean}, {ElementType::Object, Kind::Nothing}, {ElementType::Object, Kind::Nothing},
+    {ElementType::Object, Kind::Nothing},
 };
 
 const int64_t kIntegers[] = {
@@ -100,7 +100,7 @@ Tree Generator::tree()
 Tree Generator::tree(int depth)
 {
     if (oneIn(400))
-        return leaf(oneOf({Kind::Nil, Kind::File}));
+        return leaf(oneOf({Kind::Nothing, Kind::File}));
     if (depth < kDeepest && below(6) < (depth == 0 ? 5 : 2))
         return oneIn(2) ? array(depth) : dictionary(depth);
     return leaf(oneOf(kLeaves));
@@ -155,7 +155,7 @@ Tree Generator::array(int depth)
     const auto row = kArrays[below(std::size(kArrays))];
     array.elementType = row.type;
     for (uint64_t count = oneIn(5) ? 0 : below(6); count > 0; count--)
-        array.elements.push_back(row.kind == Kind::Nil ? tree(depth + 1) : leaf(row.kind));
+        array.elements.push_back(row.kind == Kind::Nothing ? tree(depth + 1) : leaf(row.kind));
     return array;
 }
 

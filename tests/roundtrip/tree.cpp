@@ -51,7 +51,7 @@ std::string integerDifference(int64_t expected, const Value &readBack, const std
 Value Tree::value() const
 {
     switch (kind) {
-    case Kind::Nil:
+    case Kind::Nothing:
         return Value();
     case Kind::Boolean:
         return bits != 0;
@@ -98,7 +98,7 @@ Value Tree::value() const
 bool Tree::hasForm() const
 {
     const bool isFormless =
-        kind == Kind::Nil || (kind == Kind::Bytes && text.empty()) ||
+        kind == Kind::Nothing || (kind == Kind::Bytes && text.empty()) ||
         (kind == Kind::Array && (elementType == ElementType::Currency || elementType == ElementType::Color));
     return !isFormless;
 }
@@ -116,7 +116,7 @@ bool Tree::isStorable() const
 std::string Tree::difference(const Value &readBack, const std::string &path) const
 {
     switch (kind) {
-    case Kind::Nil:
+    case Kind::Nothing:
     case Kind::File:
         return readBack.isNil() ? "" : wrong(path, "nil", readBack);
     case Kind::Boolean:

@@ -13,7 +13,7 @@
 namespace roundtrip {
 
 enum class Kind {
-    Nil,
+    Nothing,
     Boolean,
     Int32,
     UInt32,
@@ -32,7 +32,7 @@ enum class Kind {
 };
 
 struct Tree {
-    Kind kind = Kind::Nil;
+    Kind kind = Kind::Nothing;
     uint64_t bits = 0; // of a number, boolean or colour
     double real = 0;   // of a currency
     std::string text;  // UTF-8, or bytes

@@ -45,38 +45,38 @@ const Accessor kAccessors[] = {
      [] {
          return host::Arguments{"Key", 7};
      },
-     Kind::Nil},
+     Kind::Nothing},
     {"setFloatValue", "setFloat:forKey:",
      [] {
          return host::Arguments{"Key", 0.5f};
      },
-     Kind::Nil},
+     Kind::Nothing},
     {"setDoubleValue", "setDouble:forKey:",
      [] {
          return host::Arguments{"Key", 0.5};
      },
-     Kind::Nil},
+     Kind::Nothing},
     {"setBoolValue", "setBool:forKey:",
      [] {
          return host::Arguments{"Key", true};
      },
-     Kind::Nil},
+     Kind::Nothing},
     {"setStringValue", "setObject:forKey:",
      [] {
          return host::Arguments{"Key", "text"};
      },
-     Kind::Nil},
+     Kind::Nothing},
     {"setURLValue", "setURL:forKey:",
      [] {
          return host::Arguments{"Key", "http://localhost/"};
      },
-     Kind::Nil},
+     Kind::Nothing},
 };
 
 bool isNeutral(const host::Value &value)
 {
     switch (value.kind()) {
-    case Kind::Nil:
+    case Kind::Nothing:
         return true;
     case Kind::String:
         return value.isNullHandle();

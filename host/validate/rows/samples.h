@@ -1,10 +1,9 @@
 // Values that rows hand in and that carried objects answer.
 #pragma once
 
-// Before Foundation, which has a Nil of its own.
-#include "host/value.h"
-
 #import <Foundation/Foundation.h>
+
+#include "host/value.h"
 
 namespace validate {
 

@@ -1,10 +1,9 @@
 // The shapes of rows: what a getter, a setter and a call that names something have in common.
 #pragma once
 
-// Before Foundation, which has a Nil of its own.
-#include "host/validate/rows.h"
-
 #import <Foundation/Foundation.h>
+
+#include "host/validate/rows.h"
 
 namespace validate {
 

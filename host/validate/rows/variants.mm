@@ -1,9 +1,9 @@
+#import <AppKit/AppKit.h>
+
 #include "host/validate/rows/expected_results.h"
 #include "host/validate/rows/expected_values.h"
 #include "host/validate/rows/samples.h"
 #include "host/validate/rows/tables.h"
-
-#import <AppKit/AppKit.h>
 
 namespace validate {
 
