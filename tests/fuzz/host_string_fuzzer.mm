@@ -35,6 +35,8 @@ static int32_t nextCharacter(const uint8_t *bytes, size_t length, size_t *positi
     const uint8_t lead = bytes[(*position)++];
     if (lead < 0x80)
         return lead;
+    if (lead == 0xA9) // MacRoman's copyright sign, which the system lets pass
+        return 0xFFFD;
     const int more = lead >= 0xF0 ? 3 : lead >= 0xE0 ? 2 : 1;
     if (lead < 0xC2 || lead > 0xF4 || length - *position < static_cast<size_t>(more))
         return -1;
@@ -48,6 +50,12 @@ static int32_t nextCharacter(const uint8_t *bytes, size_t length, size_t *positi
     const bool isSurrogate = character >= 0xD800 && character < 0xE000;
     const int32_t least = more == 1 ? 0x80 : more == 2 ? 0x800 : 0x10000;
     return character < least || character > 0x10FFFF || isSurrogate ? -1 : character;
+}
+
+// Core Foundation leaves the mark in front of UTF-8 out.
+static bool beginsWithMark(const uint8_t *bytes, size_t length)
+{
+    return length >= 3 && memcmp(bytes, "\xEF\xBB\xBF", 3) == 0;
 }
 
 enum class Account { Text, NoText, Unknown };
@@ -68,10 +76,9 @@ static Account account(const String *string, bool asked, Units *units)
         length = strlen(string->text());
     if (string->encoding != kUTF8Text && string->encoding != kASCIIText)
         return Account::Unknown;
-    for (size_t i = 0; i < length;) {
-        const int32_t character = string->encoding == kUTF8Text ? nextCharacter(bytes, length, &i)
-                                  : bytes[i] < 0x80             ? bytes[i++]
-                                                                : -1;
+    const bool isUTF8 = string->encoding == kUTF8Text;
+    for (size_t i = isUTF8 && beginsWithMark(bytes, length) ? 3 : 0; i < length;) {
+        const int32_t character = isUTF8 ? nextCharacter(bytes, length, &i) : bytes[i++]; // Latin 1's upper half
         if (character < 0)
             return asked ? Account::Unknown : Account::NoText; // what was not text with its zero bytes may be without
         if (character >= 0x10000) {
@@ -116,6 +123,8 @@ static void checkWayBack(CFStringRef text)
     }
     REQUIRE(back && back->encoding == kUTF8Text && back->locks == 1);
     units.resize(end);
+    if (units[0] == 0xFEFF)
+        units.erase(units.begin()); // in UTF-8 it is the mark
     CFStringRef again = toCocoa(back);
     REQUIRE(again && unitsOf(again) == units);
     CFRelease(again);
@@ -127,7 +136,6 @@ static void checkData(String *string, uint32_t encoding)
 {
     auto *handle = reinterpret_cast<REALstring>(string);
     REALstringData record = {};
-    record.length = OwnBytesCapacity(handle);
     if (!REALGetStringData(handle, encoding, &record))
         return;
     REQUIRE(record.encoding == encoding);
