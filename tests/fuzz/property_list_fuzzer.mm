@@ -94,11 +94,13 @@ static NSUInteger keptLength(NSString *text)
     return kept;
 }
 
-// Foundation's own substrings lose a byte order mark in front.
+// U+FEFF in front is the mark of UTF-8, which is left out when the host's text is read.
 static NSString *keptText(NSString *text)
 {
     std::vector<unichar> units(keptLength(text));
     [text getCharacters:units.data() range:NSMakeRange(0, units.size())];
+    if (!units.empty() && units[0] == 0xFEFF)
+        units.erase(units.begin());
     return [(NSString *)CFStringCreateWithCharacters(nullptr, units.data(), CFIndex(units.size())) autorelease];
 }
 
@@ -157,7 +159,7 @@ private:
     {
         NSMutableDictionary *result = [NSMutableDictionary dictionary];
         for (id key in dictionary) {
-            if (![key isKindOfClass:[NSString class]] || keptLength(key) != [key length]) {
+            if (![key isKindOfClass:[NSString class]] || [keptText(key) length] != [key length]) {
                 unknown = true; // keys may become alike
                 continue;
             }
