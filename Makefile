@@ -58,7 +58,7 @@ fuzz: setup ## the fuzzers, each for FUZZ_TIME seconds (60 unless given)
 coverage: setup ## which branches of the plug-in the tests take, and which they do not
 	@tools/coverage.sh $(preset)-coverage
 
-mutations: build ## ten mistakes made on purpose, and the case that notices each
+mutations: build ## mistakes made on purpose in every folder of the product, and who notices each
 	@tools/mutations/run.sh
 
 format: setup ## format the sources
