@@ -31,9 +31,6 @@ auto RunBody(const Body &body, NoHandles &)
     return body();
 }
 
-// Raises in host code what ended a call, or throws it on.
-void RaiseOrThrowOn(id thrown);
-
 // Runs `body` and returns its result; a handle among them goes to host code with its lock. An NSException is raised in
 // host code and `neutral` is returned, and so for a call that runs out of memory for its handles; whatever else is
 // thrown passes through unchanged. Either way the host handles that the call still held are given back: those of the
