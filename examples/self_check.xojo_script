@@ -71,11 +71,22 @@ Function YesOrNo(value As Boolean) As String
   Return "no"
 End Function
 
+' As the system tells it.
+Function SystemVersion() As String
+  Dim major As Integer
+  Dim minor As Integer
+  Dim bugFix As Integer
+  If System.Gestalt("sys1", major) And System.Gestalt("sys2", minor) And System.Gestalt("sys3", bugFix) Then
+    Return Str(major) + "." + Str(minor) + "." + Str(bugFix)
+  End If
+  Return "unknown"
+End Function
+
 Const kKey = "SelfCheck"
 Const kDomain = "SelfCheck.NSUserDefaultsKTZ"
 Dim counts(1) As Integer
 
-Print "Self check of NSUserDefaultsKTZ, host version " + Str(RBVersion)
+Print "Self check of NSUserDefaultsKTZ, host version " + Str(RBVersion) + ", system version " + SystemVersion
 
 ' --- The class itself ---------------------------------------------------------------------------------------------
 
@@ -107,7 +118,9 @@ Catch e As RuntimeException
   refused = "refused"
 End Try
 Check(counts, "Constructor(username as string)", "refused", refused)
-#If False Then ' True where the compiler knows the class NSExceptionKTZ
+' The declaration of this member names a class of the family's other library, and a compiler that lacks the class may refuse
+' its use. With that library write True for False; without it the member is not asked.
+#If False Then
   Check(counts, "_exception", "yes", YesOrNo(d._exception Is Nil))
 #EndIf
 

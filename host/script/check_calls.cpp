@@ -18,6 +18,8 @@ Checker::Candidate Checker::candidateFor(const Function &function)
 {
     Candidate candidate{{}, function.result, function.declaration()};
     for (const Function::Parameter &parameter : function.parameters) {
+        if (parameter.isByRef)
+            candidate.byRef.push_back(candidate.parameters.size());
         candidate.parameters.push_back({parameter.variable.name.text, parameter.variable.type});
         candidate.required += !parameter.isOptional;
     }
@@ -35,7 +37,8 @@ Checker::Candidate Checker::candidateFor(const host::MethodDescription &method)
 
 Checker::Candidate Checker::candidateFor(const LibraryRow &row, bool isMember, bool isAssigned)
 {
-    Candidate candidate{row.declaration.parameters, row.declaration.result, row.text, row.required, row.repeats};
+    Candidate candidate{
+        row.declaration.parameters, row.declaration.result, row.text, row.required, row.repeats, row.byRef};
     if (isMember && row.isExtension) { // the object is the first one
         candidate.parameters.erase(candidate.parameters.begin());
         candidate.required--;
@@ -115,13 +118,12 @@ const Checker::Candidate &Checker::choose(const std::vector<Candidate> &candidat
 }
 
 // What is passed ByRef is a variable of the very type, or an element of an array of it.
-void Checker::needVariable(Expression &argument, const Function::Parameter &parameter, const std::string &text)
+void Checker::needVariable(Expression &argument, const host::Parameter &parameter, const std::string &text)
 {
     auto *use = std::get_if<Use>(&argument.node);
-    if (!use || use->meaning != Meaning::Variable || argument.type != parameter.variable.type)
-        fail(argument.place, text + ": " + parameter.variable.name.text +
-                                 " is passed ByRef and must be a variable that is " +
-                                 articleAndName(parameter.variable.type));
+    if (!use || use->meaning != Meaning::Variable || argument.type != parameter.type)
+        fail(argument.place, text + ": " + parameter.name + " is passed ByRef and must be a variable that is " +
+                                 articleAndName(parameter.type));
 }
 
 Type Checker::call(Use &use, Meaning meaning, const std::vector<Candidate> &candidates, Expression *assigned)
@@ -136,9 +138,10 @@ Type Checker::call(Use &use, Meaning meaning, const std::vector<Candidate> &cand
         Expression &argument = isAssigned ? *assigned : *use.arguments[i];
         std::string what = isAssigned ? "the assigned value" : chosen.parameter(i).name;
         need(argument, chosen.parameter(i).type, chosen.text + ": " + what);
-        if (chosen.function && chosen.function->parameters[i].isByRef)
-            needVariable(argument, chosen.function->parameters[i], chosen.text);
     }
+    for (size_t i : chosen.byRef)
+        if (i < use.arguments.size())
+            needVariable(*use.arguments[i], chosen.parameters[i], chosen.text);
     use.meaning = meaning;
     use.method = chosen.method;
     use.function = chosen.function;

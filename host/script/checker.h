@@ -45,6 +45,7 @@ private:
         std::string text;     // the declaration, for messages
         size_t required = 0;  // parameters that cannot be left out
         bool repeats = false; // the last parameter
+        std::vector<size_t> byRef = {};
         const host::MethodDescription *method = nullptr;
         const Function *function = nullptr;
         const LibraryRow *row = nullptr;
@@ -121,7 +122,7 @@ private:
     Type method(Use &use, const Function &method, Expression *assigned);
     void needAccess(const Named &name, Access access, const ClassDefinition &owner);
     Type call(Use &use, Meaning meaning, const std::vector<Candidate> &candidates, Expression *assigned);
-    void needVariable(Expression &argument, const Function::Parameter &parameter, const std::string &text);
+    void needVariable(Expression &argument, const host::Parameter &parameter, const std::string &text);
     static Candidate candidateFor(const Function &function);
     static Candidate candidateFor(const host::MethodDescription &method);
     static Candidate candidateFor(const LibraryRow &row, bool isMember, bool isAssigned);

@@ -29,6 +29,8 @@ LibraryRow::LibraryRow(const char *given, Run runs, Run assigns) : run(runs), as
     size_t optionalCount = 0;
     for (size_t at; (at = plain.find("Optional ")) != std::string::npos; optionalCount++)
         take(plain, at, "Optional ");
+    for (size_t at; (at = plain.find("ByRef ")) != std::string::npos; take(plain, at, "ByRef "))
+        byRef.push_back(std::count(plain.begin(), plain.begin() + at, ','));
     size_t repeated = plain.find("ParamArray ");
     repeats = repeated != std::string::npos && take(plain, repeated, "ParamArray ");
     declaration = host::parseDeclaration(plain);

@@ -18,7 +18,8 @@ namespace script {
 //     "Date.SQLDate As String"                            a member; the object is the first argument
 //     "Shared SpecialFolder.Temporary As FolderItem"      a member of a class, or of a name that is no class
 //
-// Parameters behind "Optional" can be left out, and then are missing from the arguments; "ParamArray" takes any number.
+// Parameters behind "Optional" can be left out, and then are missing from the arguments; "ParamArray" takes any number;
+// a variable that is passed "ByRef" gets what `run` leaves in its argument.
 struct LibraryRow {
     using Run = host::Value (*)(host::Arguments &arguments, const Place &place);
 
@@ -31,6 +32,7 @@ struct LibraryRow {
     host::Declaration declaration; // without the object of a member
     size_t required = 0;           // parameters that cannot be left out
     bool repeats = false;          // the last one
+    std::vector<size_t> byRef;     // parameters that are passed ByRef
     Run run;                       // the arguments are of the declared types; throws Raised
     Run assign;                    // the value is the last argument; null when it cannot be assigned to
     Type self() const;             // of the object that a member is called on

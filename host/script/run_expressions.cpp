@@ -188,7 +188,10 @@ Value Interpreter::callRow(const Use &use, const Expression *assigned)
         values.push_back(evaluate(*use.arguments[i], parameters[std::min(first + i, parameters.size() - 1)].type));
     if (assigned)
         values.push_back(evaluate(*assigned, row.declaration.result));
-    return (assigned ? row.assign : row.run)(values, use.name.place);
+    Value result = (assigned ? row.assign : row.run)(values, use.name.place);
+    for (size_t i : row.byRef)
+        assign(refer(*use.arguments[i]), values[i]);
+    return result;
 }
 
 // What is meant, before an index.

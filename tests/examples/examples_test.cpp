@@ -115,6 +115,20 @@ TEST_P(SelfCheck, FindsEverythingRightWithoutTheFamily)
 
 INSTANTIATE_TEST_SUITE_P(Hosts, SelfCheck, support::everyProfile(), support::profileTestName);
 
+TEST(Examples, SelfCheckAsksTheMemberThatNeedsTheFamilyWhenItIsToldTo)
+{
+    const fs::path copy = fs::temp_directory_path() / ("with-family-" + std::to_string(getpid()) + ".xojo_script");
+    std::ofstream(copy) << std::regex_replace(contentOf(EXAMPLES "/self_check.xojo_script"), std::regex("#If False"),
+                                              "#If True");
+    const std::string output =
+        outputOf("'" + std::string(kBuildDir) + "/plughost' run '" + copy.string() + "' --plugin '" +
+                 support::pluginUnderTest() + "' --defaults-dir '" + copy.string() + ".defaults' 2>&1");
+    fs::remove_all(copy.string() + ".defaults");
+    fs::remove(copy);
+    EXPECT_THAT(output, HasSubstr("\nok   _exception\n"));
+    EXPECT_THAT(complaints(output), ElementsAre(HasSubstr("host version"), EndsWith(" checks, all ok")));
+}
+
 TEST(Examples, SelfCheckSaysWhatCameInstead)
 {
     const std::vector<std::string> lines =

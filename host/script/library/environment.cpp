@@ -45,6 +45,17 @@ Value microseconds(A, At)
     return Value(double(duration_cast<std::chrono::microseconds>(steady_clock::now().time_since_epoch()).count()));
 }
 
+// What the system answers about itself: that it runs on Intel processors, as the played host does. Which version of Mac
+// OS it would be is nothing that this host decides.
+Value gestalt(A arguments, At)
+{
+    constexpr int kSysArchitectureIntel = 10;
+    bool isKnown = arguments[0].text() == "sysa";
+    if (isKnown)
+        arguments[1] = Value(kSysArchitectureIntel);
+    return Value(isKnown);
+}
+
 void writeLine(FILE *stream, const Value &text)
 {
     std::string line = text.text() + "\n";
@@ -77,6 +88,7 @@ LibraryRows hostRows()
              writeLine(stderr, a[0]);
              return Value();
          }},
+        {"Shared System.Gestalt(selector As String, ByRef response As Integer) As Boolean", gestalt},
         {"Target32Bit As Boolean", yes},
         {"Target64Bit As Boolean", no},
         {"TargetBigEndian As Boolean", no},

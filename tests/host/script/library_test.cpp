@@ -214,6 +214,19 @@ TEST_F(Library, TellsTheHostsVersion)
     });
 }
 
+TEST_F(Library, AsksTheSystemForWhatItAnswersByReference)
+{
+    const std::string ask = "Dim values() As Integer = Array(1, 2)\nDim known As Boolean = System.Gestalt(\"";
+    const std::string print = "\", values(1))\nPrint Str(known) + \" \" + Str(values(1))";
+    expectOutputs({{ask + "sysa" + print, "true 10\n"}, {ask + "sys1" + print, "false 2\n"}});
+    expectErrors({
+        {"Call System.Gestalt(\"sysa\", 5)",
+         "p:1:29: System.Gestalt(selector As String, ByRef response As Integer) As Boolean: response is passed ByRef "
+         "and "
+         "must be a variable that is an Integer\nCall System.Gestalt(\"sysa\", 5)\n                            ^\n"},
+    });
+}
+
 TEST_F(Library, ComparesTextKeysOfDictionariesAsTexts)
 {
     expectOutputs({
