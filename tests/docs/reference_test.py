@@ -93,7 +93,7 @@ class Cases(unittest.TestCase):
         code = (support.ROOT / "userdefaults" / "class_tables.cpp").read_text(encoding="utf-8")
         functions = dict(re.findall(r'^    METHOD\("(\w+)\(.*", (\w+)\),$', code, flags=re.M))
         setters = dict(re.findall(r'^    ASSIGNABLE\("(\w+)\(.*", \w+, (\w+)\),$', code, flags=re.M))
-        self.assertEqual(len(setters), 10)
+        self.assertTrue(setters)
         self.assertEqual({member.name: functions[member.facts["Setter"]] for member in reference.read()
                           if "Setter" in member.facts}, setters)
 
@@ -111,7 +111,7 @@ class Cases(unittest.TestCase):
     def test_every_member_stands_in_the_index_by_task(self):
         text = (support.ROOT / "docs" / "reference" / "tasks.md").read_text(encoding="utf-8")
         linked = set(re.findall(r"\[([A-Za-z_-]+)\]", text))
-        self.assertEqual(linked, {member.page for member in reference.read()})
+        self.assertEqual(linked, {member.page for member in reference.read()}, "in docs/reference/tasks.md")
 
     def test_what_a_section_must_say(self):
         self.assertEqual([member.page for member in reference.parse(a_member())], ["someForKey"])

@@ -1,4 +1,4 @@
-// What Cocoa raises in the middle of a scalar or text accessor.
+// What Cocoa raises in the middle of a scalar or text accessor, and the member that names the class of such exceptions.
 #include "tests/support/host_test.h"
 #include "tests/support/log_capture.h"
 #include "tests/support/plugin_under_test.h"
@@ -154,5 +154,17 @@ TEST_F(ForeignObject, EmptyKeyOfASetterIsRefusedByCocoaAndRaisedInHostCode)
     EXPECT_EQ(outcome.raised[0].className, "NSExceptionKTZ");
     EXPECT_EQ(log.messages().size(), 1u);
 }
+
+class ExceptionMember : public support::BlackBoxOnEveryHost {};
+
+TEST_P(ExceptionMember, GivesNil)
+{
+    host::Value instance = newEmptyInstance();
+    host::Outcome outcome = host.invoke(method("_exception"), instance, {});
+    EXPECT_TRUE(outcome.result.isNil());
+    EXPECT_THAT(outcome.raised, IsEmpty());
+}
+
+INSTANTIATE_TEST_SUITE_P(Hosts, ExceptionMember, support::everyProfile(), support::profileTestName);
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "tests/support/host_test.h"
 #include "tests/support/plugin_under_test.h"
 
+#include <algorithm>
 #include <iterator>
 #include <set>
 
@@ -79,13 +80,12 @@ protected:
     template <size_t count>
     void expectRows(const std::vector<host::MethodDescription> &methods, const Row (&rows)[count])
     {
-        ASSERT_EQ(methods.size(), count);
-        for (size_t i = 0; i < count; i++) {
-            EXPECT_EQ(methods[i].text, rows[i].declaration);
+        for (size_t i = 0; i < std::max(methods.size(), count); i++) {
+            const std::string registered = i < methods.size() ? methods[i].text : "no further one";
+            const std::string listed = i < count ? rows[i].declaration : "no further one";
+            ASSERT_EQ(registered, listed) << "userdefaults/class_tables.cpp and the list in this file differ";
             EXPECT_NE(methods[i].function, nullptr) << methods[i].text;
             EXPECT_EQ(methods[i].flags, 4) << methods[i].text;
-            if (!rows[i].setter)
-                EXPECT_EQ(methods[i].setter, nullptr) << methods[i].text;
         }
     }
 };
@@ -113,12 +113,12 @@ TEST_P(ClassTables, SharedMethodsAreWordForWordAndInOrder)
 
 TEST_P(ClassTables, AnAssignableGetterCarriesTheVeryFunctionOfItsSetter)
 {
-    for (size_t i = 0; i < std::size(kMethods); i++) {
-        if (!kMethods[i].setter)
-            continue;
-        const host::MethodDescription *setter = host.findMethod(kClass, kMethods[i].setter);
-        ASSERT_NE(setter, nullptr) << kMethods[i].setter;
-        EXPECT_EQ(classOfPlugin().methods[i].setter, setter->function) << kMethods[i].declaration;
+    for (const Row &row : kMethods) {
+        const host::MethodDescription *getter = host.findMethod(kClass, row.declaration);
+        ASSERT_NE(getter, nullptr) << row.declaration;
+        const host::MethodDescription *setter = row.setter ? host.findMethod(kClass, row.setter) : nullptr;
+        EXPECT_EQ(setter != nullptr, row.setter != nullptr) << row.declaration;
+        EXPECT_EQ(getter->setter, setter ? setter->function : nullptr) << row.declaration;
     }
 }
 
@@ -129,7 +129,7 @@ TEST_P(ClassTables, EveryMethodHasAFunctionOfItsOwn)
         functions.insert(method.function);
     for (const host::MethodDescription &method : classOfPlugin().sharedMethods)
         functions.insert(method.function);
-    EXPECT_EQ(functions.size(), std::size(kMethods) + std::size(kSharedMethods));
+    EXPECT_EQ(functions.size(), classOfPlugin().methods.size() + classOfPlugin().sharedMethods.size());
 }
 
 TEST_P(ClassTables, RecordIsOfTheHostsVersion)
@@ -158,36 +158,27 @@ TEST_P(ClassTables, HasNoMembersOfOtherKinds)
                           r.sharedPropertyCount, r.delegateCount, r.enumCount})
         EXPECT_EQ(count, 0);
     EXPECT_EQ(r.interfaces, nullptr);
-    EXPECT_EQ(r.methodCount, int32_t(std::size(kMethods)));
-    EXPECT_EQ(r.sharedMethodCount, int32_t(std::size(kSharedMethods)));
     EXPECT_EQ(r.mFlags, 4);
 }
 
 TEST_P(ClassTables, NoMethodHasAttributes)
 {
+    const int32_t count = record().methodCount;
     if (GetParam().recordVersion == 9) { // four words a record: the next one begins where attributes would be
         auto methods = static_cast<const host::interface::MethodRecord9 *>(record().methods);
-        EXPECT_STREQ(methods[std::size(kMethods) - 1].declaration, std::end(kMethods)[-1].declaration);
+        EXPECT_STREQ(methods[count - 1].declaration, std::end(kMethods)[-1].declaration);
         return;
     }
     auto methods = static_cast<const host::interface::MethodRecord *>(record().methods);
     auto shared = static_cast<const host::interface::MethodRecord *>(record().sharedMethods);
-    auto expectNone = [](const host::interface::MethodRecord *table, size_t count) {
-        for (auto *method = table; method != table + count; method++) {
+    auto expectNone = [](const host::interface::MethodRecord *table, int32_t rows) {
+        for (auto *method = table; method != table + rows; method++) {
             EXPECT_EQ(method->attributeCount, 0) << method->declaration;
             EXPECT_EQ(method->attributes, nullptr) << method->declaration;
         }
     };
-    expectNone(methods, std::size(kMethods));
-    expectNone(shared, std::size(kSharedMethods));
-}
-
-TEST_P(ClassTables, ExceptionMethodGivesNil)
-{
-    host::Value instance = newEmptyInstance();
-    host::Outcome outcome = host.invoke(method("_exception"), instance, {});
-    EXPECT_TRUE(outcome.result.isNil());
-    EXPECT_TRUE(outcome.raised.empty());
+    expectNone(methods, count);
+    expectNone(shared, record().sharedMethodCount);
 }
 
 INSTANTIATE_TEST_SUITE_P(Hosts, ClassTables, support::everyProfile(), support::profileTestName);
