@@ -88,6 +88,14 @@ int nextKey(FILE *)
     return EOF;
 }
 
+// Called before the prompt is shown. libedit by itself takes the terminal over only after that: a Ctrl-D between the two
+// would end a line for the terminal's own line discipline, and come as a null character.
+int takeTerminal()
+{
+    rl_prep_terminal(1);
+    return 0;
+}
+
 std::deque<wchar_t> keysOf(const std::string &line)
 {
     std::deque<wchar_t> keys;
@@ -116,6 +124,7 @@ Terminal::Terminal(Completions completions) : _history(historyFile())
     rl_readline_name = name;
     rl_catch_signals = 0;
     rl_getc_function = nextKey;
+    rl_pre_input_hook = takeTerminal;
     rl_initialize();
     rl_completer_word_break_characters = breaks;
     rl_basic_word_break_characters = breaks;
