@@ -1,6 +1,7 @@
 #include "host/plughost/application.h"
 
 #include "host/plughost/errors.h"
+#include "host/plughost/file_complaints.h"
 #include "host/script/shortened.h"
 
 #import <AppKit/AppKit.h>
@@ -29,7 +30,7 @@ static void logUnlessRaised(NSString *message)
     bool isRaised = begin != std::string::npos && end != std::string::npos && begin < end;
     if (isRaised)
         lastRaised = text.substr(begin + 4, end - begin - 4);
-    if (!isRaised || showsRaised)
+    if (isRaised ? showsRaised : !takeFileComplaint(text))
         fputs(text.c_str(), stderr);
 }
 
@@ -40,6 +41,7 @@ static void endWithOneLine(NSException *exception)
     if (what.find("NewNSExceptionKTZ:") != std::string::npos && !lastRaised.empty())
         what = lastRaised;
     fflush(stdout);
+    printUnreadFiles();
     fprintf(stderr, "plughost: a Cocoa exception ended the host: %s\n", script::shortened(oneLine(what)).c_str());
     _exit(kBadInput);
 }

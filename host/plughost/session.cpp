@@ -6,6 +6,7 @@
 #include "host/plughost/application.h"
 #include "host/plughost/environment.h"
 #include "host/plughost/errors.h"
+#include "host/plughost/file_complaints.h"
 #include "host/plughost/files.h"
 #include "host/plughost/json_value.h"
 #include "host/plughost/stack_guard.h"
@@ -85,8 +86,11 @@ host::Value Session::call(const std::string &method, const host::Arguments &argu
 
 static void requireWritten(bool isWritten)
 {
-    if (!isWritten)
-        throw InputError("the defaults could not be written to disk");
+    if (isWritten)
+        return;
+    if (hasComplainedOfWriting())
+        throw Reported();
+    throw InputError("the defaults could not be written to disk");
 }
 
 void Session::save()
@@ -147,6 +151,7 @@ int runInSession(const Options &options, const std::function<void(Session &)> &b
         status = runAndReport(options, body);
     }
     fflush(stdout);
+    printUnreadFiles();
     std::vector<host::RaisedException> late = host::Host::shared().takePendingExceptions();
     printRaised(late);
     if (!late.empty() || (options.checkHandles && !handlesBalance()))

@@ -24,7 +24,8 @@ public:
     const host::Value &defaults();
 
     host::Value call(const std::string &method, const host::Arguments &arguments = {});
-    // Writes what was stored to disk, so that the next command finds it. Throws InputError when that fails.
+    // Writes what was stored to disk, so that the next command finds it. Throws InputError or, where the file has been
+    // named, Reported when that fails.
     void save();
     // The same at the normal end of a program, for what the program left unwritten.
     void end();
