@@ -1,9 +1,9 @@
 ' A check that a user can run: every member of NSUserDefaultsKTZ, and every type there and back. It prints a line for each
 ' check, "ok" or what came instead, then what is not known for sure of every system, and a last line that counts.
 '
-' In the IDE: make a console application and add a module to it. Each Function and Sub below becomes a method of the module:
-' its first line tells the name, the parameters and the result. What stands behind the last of them goes into the
-' application's Run event. In a desktop application write System.DebugLog in place of Print.
+' In the IDE: make a console application and add a module to it. Each Function and Sub below becomes a method of the module,
+' of the scope Global: its first line tells the name, the parameters and the result. What stands behind the last of them
+' goes into the application's Run event. In a desktop application write System.DebugLog in place of Print.
 '
 ' It stores under keys that begin with "SelfCheck" and in a domain of that name, and removes both again.
 
