@@ -65,7 +65,9 @@ static bool IsSevenBit(const void *bytes, int32_t length)
 
 static REALstring Build(const void *bytes, int32_t length, uint32_t encoding, HeldHandles &held)
 {
-    switch (encoding) {
+    switch (__builtin_expect(encoding, uint32_t(kUTF8Text))) {
+    case kUTF8Text: // all texts of Cocoa
+        break;
     case kUTF32LittleEndianText:
         return BuildFromUTF32(bytes, length, held);
     case kUTF16Text:
@@ -93,11 +95,12 @@ static void GiveBackTo(int32_t count, HeldHandles &held)
 
 REALstring REALBuildUnicodeString(const void *bytes, int64_t length, uint32_t encoding, HeldHandles &held)
 {
-    if (!bytes || length <= 0 || length > INT32_MAX)
+    const auto size = static_cast<int32_t>(length);
+    if (!bytes || size <= 0 || size != length)
         return nullptr;
     const int32_t heldBefore = held.count();
     try {
-        return Build(bytes, static_cast<int32_t>(length), encoding, held);
+        return Build(bytes, size, encoding, held);
     } catch (const std::bad_alloc &) {
     }
     GiveBackTo(heldBefore, held);

@@ -44,15 +44,15 @@ public:
         return handle;
     }
 
-    // Gives the lock back. The handle is struck out first: unlocking may run host code, which may
-    // throw.
+    // Gives the lock back; a handle that is not held is left as it is. It is struck out first: unlocking may run host
+    // code, which may throw.
     template <typename Handle>
     void release(Handle handle)
     {
         if (!handle)
             return;
-        strikeOut(handle);
-        unlock({handle, isString(handle)});
+        if (strikeOut(handle))
+            unlock({handle, isString(handle)});
     }
 
     // Gives back what is left, newest first. The methods of an object among them are not used for another one.
@@ -78,17 +78,22 @@ private:
             REALUnlockObject(reinterpret_cast<REALobject>(held.handle));
     }
 
-    // Almost always the newest, else the newest takes its place.
-    void strikeOut(void *handle)
+    // Whether it was held. Almost always it is the newest, else the newest takes its place.
+    bool strikeOut(void *handle)
     {
+        if (m_end == m_begin)
+            return false;
         Entry *const newest = m_end - 1;
         Entry *entry = newest;
         if (entry->handle != handle) {
-            while ((--entry)->handle != handle)
-                ;
+            do {
+                if (entry == m_begin)
+                    return false;
+            } while ((--entry)->handle != handle);
             *entry = *newest;
         }
         m_end = newest;
+        return true;
     }
 
     void growFor(void *handle, bool isString);

@@ -85,6 +85,23 @@ TEST_F(Held, HandlesAreGivenBackByNameInAnyOrder)
     EXPECT_THAT(unlockedObjects, ElementsAre(object(1), object(3), object(4)));
 }
 
+TEST_F(Held, AHandleThatIsNotHeldIsLeftAsItIs)
+{
+    for (int others : {0, 1, 40}) {
+        for (int i = 0; i < others; i++)
+            held.hold(object(i));
+        held.release(object(50));
+        held.release(string(51));
+        held.keep(object(52));
+        EXPECT_THAT(unlockedObjects, IsEmpty()) << others;
+        EXPECT_THAT(unlockedStrings, IsEmpty()) << others;
+        EXPECT_EQ(held.count(), others);
+        held.releaseAll();
+        EXPECT_EQ(unlockedObjects.size(), size_t(others)) << "each of them once";
+        unlockedObjects.clear();
+    }
+}
+
 TEST_F(Held, AHandleWithTwoLocksIsHeldTwice)
 {
     held.hold(object(1));
