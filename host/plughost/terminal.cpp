@@ -88,8 +88,8 @@ int nextKey(FILE *)
     return EOF;
 }
 
-// Called before the prompt is shown. libedit by itself takes the terminal over only after that: a Ctrl-D between the two
-// would end a line for the terminal's own line discipline, and come as a null character.
+// Called before the prompt is shown. libedit by itself takes the terminal over only after that: a Ctrl-D between the
+// two would end a line for the terminal's own line discipline, and come as a null character.
 int takeTerminal()
 {
     rl_prep_terminal(1);

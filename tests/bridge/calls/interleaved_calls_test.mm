@@ -172,9 +172,9 @@ protected:
     // Makes a call of its own and tells, in words, what came of it.
     std::string make(const Call &call)
     {
-        NSAutoreleasePool *autoreleased = [[NSAutoreleasePool alloc] init];
+        host::CocoaPool pool; // also for what a call that is left leaves behind
         Value instance = newEmptyInstance();
-        CallDefaults *defaults = [[CallDefaults alloc] init];
+        CallDefaults *defaults = [[[CallDefaults alloc] init] autorelease];
         *static_cast<id *>(instance.instanceData()) = [defaults retain];
         defaults->answer = call.answer ? [call.answer() retain] : nil;
         const host::MethodDescription &member = method(call.member);
@@ -190,9 +190,6 @@ protected:
                 reinterpret_cast<void *(*)(void *, void *)>(member.function)(instance.handle(), name.handle());
             outcome = result ? Value::adopt(result).describe() : "nothing";
         }
-        [defaults release];
-        instance = Value();
-        [autoreleased release];
         return outcome;
     }
 
