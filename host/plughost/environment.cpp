@@ -56,9 +56,4 @@ void prepareEnvironment(const std::string &defaultsDir)
     isolation::executeAgain();
 }
 
-std::string besideProgram(const std::string &name)
-{
-    return fs::read_symlink("/proc/self/exe").parent_path() / name;
-}
-
 } // namespace plughost

@@ -11,7 +11,4 @@ namespace plughost {
 // used.
 void prepareEnvironment(const std::string &defaultsDir);
 
-// A file that is built into the same folder as the program.
-std::string besideProgram(const std::string &name);
-
 } // namespace plughost

@@ -8,9 +8,11 @@
 namespace plughost {
 
 struct Options {
+    std::string programFolder; // where the plug-in and its family lie, too
+
     std::string host = "2013.03";
     std::vector<std::string> without; // entry points that this host does not offer
-    std::string plugin;               // empty: NSUserDefaults.so beside the program
+    std::string plugin;               // empty: NSUserDefaults.so in the program's folder
     bool withoutFamily = false;
 
     std::string domain = "plughost"; // the application's own domain
@@ -22,6 +24,9 @@ struct Options {
 
     bool checkHandles = false;
     bool showLog = false;
+
+    std::string pluginFile() const { return plugin.empty() ? programFolder + "/NSUserDefaults.so" : plugin; }
+    std::string familyFile() const { return programFolder + "/Family.so"; }
 };
 
 } // namespace plughost

@@ -53,8 +53,8 @@ Session::Session(const Options &options) : _options(options), _host(host::Host::
     _host.addLoader(machorun::HostLoader());
 #endif
     if (!options.withoutFamily)
-        _host.load(besideProgram("Family.so"));
-    host::Plugin &plugin = _host.load(options.plugin.empty() ? besideProgram("NSUserDefaults.so") : options.plugin);
+        _host.load(options.familyFile());
+    host::Plugin &plugin = _host.load(options.pluginFile());
     if (!_host.findClass(kClassName))
         throw InputError(plugin.path() + ": it registers no class " + kClassName);
 }

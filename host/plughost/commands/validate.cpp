@@ -25,11 +25,11 @@ std::string absolutePath(const std::string &path)
 int runValidator(const Options &options, validate::Settings settings)
 {
     isolation::keepDefaultsInCurrentFolder();
-    settings.plugin = absolutePath(options.plugin.empty() ? besideProgram("NSUserDefaults.so") : options.plugin);
-    settings.family = besideProgram("Family.so");
+    settings.plugin = absolutePath(options.pluginFile());
+    settings.family = options.familyFile();
     if (!settings.jsonFile.empty())
         settings.jsonFile = absolutePath(settings.jsonFile);
-    settings.program = fs::read_symlink("/proc/self/exe");
+    settings.program = options.programFolder + "/plughost";
     return validate::run(settings) ? kDone : kBadInput;
 }
 

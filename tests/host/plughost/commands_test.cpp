@@ -220,9 +220,9 @@ TEST(Options, WithoutTheCompanionLibraryACocoaExceptionEndsTheHostInOneLine)
 {
     const char program[] = "Print \"before\"\n"
                            "NSUserDefaultsKTZ.standardUserDefaults.setStringValue(\"\", \"text\")\n";
-    Result set = plughost({"set", "string", "", "text", "--no-family"});
-    Result run = plughost({"run", "-", "--no-family"}, program);
-    Result lines = plughost({"--no-family"}, program);
+    Result set = startedPlughost({"set", "string", "", "text", "--no-family"});
+    Result run = startedPlughost({"run", "-", "--no-family"}, program);
+    Result lines = startedPlughost({"--no-family"}, program);
     EXPECT_EQ(set.output, "");
     EXPECT_EQ(run.output, "before\n");
     EXPECT_EQ(lines.output, "before\n");

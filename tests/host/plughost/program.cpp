@@ -1,17 +1,22 @@
 #include "tests/host/plughost/program.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include "ground.h"
+#include "host/plughost/plughost.h"
 #include "tests/support/plugin_under_test.h"
 
 namespace plughost_test {
+
+static const std::string kPlughost = std::string(kBuildDir) + "/plughost";
 
 static std::string contentOf(FILE *file)
 {
@@ -24,7 +29,10 @@ static std::string contentOf(FILE *file)
     return content;
 }
 
-static Result run(Words words, const std::string &input)
+// Runs in the child; what it answers is the child's exit status.
+using Body = std::function<int(int count, char **arguments)>;
+
+static Result run(Words words, const std::string &input, const Body &body)
 {
     FILE *in = tmpfile();
     FILE *out = tmpfile();
@@ -32,6 +40,7 @@ static Result run(Words words, const std::string &input)
     fwrite(input.data(), 1, input.size(), in);
     rewind(in);
 
+    fflush(nullptr); // or the child writes it, too
     pid_t child = fork();
     if (child == 0) {
         std::vector<char *> arguments;
@@ -41,8 +50,7 @@ static Result run(Words words, const std::string &input)
         dup2(fileno(in), 0);
         dup2(fileno(out), 1);
         dup2(fileno(err), 2);
-        execv(arguments[0], arguments.data());
-        _exit(127);
+        exit(body(int(words.size()), arguments.data()));
     }
     int status = 0;
     waitpid(child, &status, 0);
@@ -54,9 +62,32 @@ static Result run(Words words, const std::string &input)
     return result;
 }
 
+static int execute(int, char **arguments)
+{
+    execv(arguments[0], arguments);
+    _exit(127);
+}
+
+static int runPlughost(int count, char **arguments)
+{
+    return plughost::run(kBuildDir, count, arguments);
+}
+
+// The program executes itself again for another folder of defaults, which Foundation reads when it starts.
+static bool hasFolderOfItsOwn(const Words &arguments)
+{
+    return std::find(arguments.begin(), arguments.end(), "--defaults-dir") != arguments.end();
+}
+
+Result startedPlughost(const Words &arguments, const std::string &input)
+{
+    return run(Words{kPlughost, "--plugin", support::pluginUnderTest()} + arguments, input, execute);
+}
+
 Result plughostWith(const std::string &plugin, const Words &arguments, const std::string &input)
 {
-    return run(Words{std::string(kBuildDir) + "/plughost", "--plugin", plugin} + arguments, input);
+    bool starts = getenv("TESTS_ISOLATED") || hasFolderOfItsOwn(arguments);
+    return run(Words{kPlughost, "--plugin", plugin} + arguments, input, starts ? execute : runPlughost);
 }
 
 Result plughost(const Words &arguments, const std::string &input)
@@ -66,12 +97,12 @@ Result plughost(const Words &arguments, const std::string &input)
 
 Result defaultsTool(const Words &arguments)
 {
-    return run(Words{kDefaultsTool} + arguments, "");
+    return run(Words{kDefaultsTool} + arguments, "", execute);
 }
 
 Result shell(const std::string &line)
 {
-    return run({"/bin/sh", "-c", line}, "");
+    return run({"/bin/sh", "-c", line}, "", execute);
 }
 
 std::string printed(const Words &arguments)
@@ -84,17 +115,22 @@ std::string printed(const Words &arguments)
     return result.output;
 }
 
-// Removed when the test's process ends.
+// Removed when the test's process ends; the commands that it runs are forks of it.
 static const std::filesystem::path &folder()
 {
     static struct Folder {
         std::filesystem::path path;
+        pid_t owner = getpid();
         Folder()
         {
             char name[] = "/tmp/plughost-test-XXXXXX";
             path = mkdtemp(name);
         }
-        ~Folder() { std::filesystem::remove_all(path); }
+        ~Folder()
+        {
+            if (getpid() == owner)
+                std::filesystem::remove_all(path);
+        }
     } folder;
     return folder.path;
 }

@@ -1,4 +1,4 @@
-// Runs plughost, and the system's defaults tool, as processes.
+// Runs plughost, the shell, and the system's defaults tool, each in a process of its own.
 #pragma once
 
 #include <string>
@@ -14,9 +14,13 @@ struct Result {
 
 using Words = std::vector<std::string>;
 
-// plughost with the plug-in under test. The defaults are those of the test's own folder.
+// plughost with the plug-in under test. The defaults are those of the test's own folder. The process is a fork of the
+// test's, in which Cocoa is loaded already; a program from its start when the tests are isolated.
 Result plughost(const Words &arguments, const std::string &input = "");
 Result plughostWith(const std::string &plugin, const Words &arguments, const std::string &input = "");
+// The program from its start in any case: for what happens before its main function, or when nobody catches an
+// exception.
+Result startedPlughost(const Words &arguments, const std::string &input = "");
 Result defaultsTool(const Words &arguments);
 Result shell(const std::string &line);
 

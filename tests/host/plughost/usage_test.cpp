@@ -78,7 +78,7 @@ TEST(WrongUsage, SaysWhatMayHaveBeenMeantAndWhatIsKnown)
 TEST(WrongUsage, IsAnArgumentThatIsNoText)
 {
     for (const char *bytes : {"\xFF", "a\x80", "\xC0\x80", "\xED\xA0\x80", "\xF4\x90\x80\x80", "\xE2\x82"}) {
-        Result result = plughost({"set", "string", "Key", bytes}); // behind --plugin FILE
+        Result result = startedPlughost({"set", "string", "Key", bytes}); // behind --plugin FILE
         EXPECT_EQ(result.status, 2);
         EXPECT_EQ(result.errors, "plughost: argument 6 is no UTF-8 text\n");
     }
