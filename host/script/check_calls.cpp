@@ -16,6 +16,8 @@ static std::string countText(size_t least, size_t most, bool repeats)
 
 Checker::Candidate Checker::candidateFor(const Function &function)
 {
+    if (function.isMistaken)
+        throw ProblemsFound({});
     Candidate candidate{{}, function.result, function.declaration()};
     for (const Function::Parameter &parameter : function.parameters) {
         if (parameter.isByRef)

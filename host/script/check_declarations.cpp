@@ -98,6 +98,13 @@ Type Checker::resolve(const WrittenType &written)
     return type;
 }
 
+Type Checker::attemptedType(const WrittenType &written)
+{
+    Type type = nothing();
+    attempt([&] { type = resolve(written); });
+    return type;
+}
+
 // The type of one variable of a Dim with that type.
 Type Checker::typeOf(const DimGroup::Item &item, const DimGroup &group, const Type &type)
 {
@@ -179,9 +186,10 @@ void Checker::checkFields(ClassDefinition &definition)
 {
     definition.firstSlot = definition.slotCount = definition.super ? definition.super->slotCount : 0;
     for (ClassDefinition::FieldGroup &fields : definition.fieldGroups) {
-        Type type;
-        checkGroup(fields.group, type);
+        Type type = nothing();
+        attempt([&] { checkGroup(fields.group, type); });
         for (DimGroup::Item &item : fields.group.items) {
+            item.variable.isMistaken = isNothing(item.variable.type);
             if (findField(&definition, item.variable.name.text))
                 fail(item.variable.name.place, "there is a \"" + item.variable.name.text + "\" already");
             bool isConstant = fields.group.isConstant;
@@ -208,14 +216,17 @@ void Checker::declareFunction(Function &function)
         fail(function.name.place, "there is a \"" + function.name.text + "\" already");
     bool isBehindOptional = false;
     for (Function::Parameter &parameter : function.parameters) {
-        parameter.variable.type = resolve(parameter.type);
+        parameter.variable.type = attemptedType(parameter.type);
+        parameter.variable.isMistaken = isNothing(parameter.variable.type);
+        function.isMistaken = function.isMistaken || parameter.variable.isMistaken;
         if (isBehindOptional && !parameter.isOptional)
             fail(parameter.variable.name.place, "behind an optional parameter all must be optional");
         isBehindOptional = parameter.isOptional;
-        if (parameter.initial)
+        if (parameter.initial && !parameter.variable.isMistaken)
             need(*parameter.initial, parameter.variable.type, "\"" + parameter.variable.name.text + "\"");
     }
-    function.result = function.writtenResult ? resolve(*function.writtenResult) : nothing();
+    function.result = function.writtenResult ? attemptedType(*function.writtenResult) : nothing();
+    function.isMistaken = function.isMistaken || (function.writtenResult && isNothing(function.result));
     if (!function.owner)
         _symbols.functions[function.name.text] = &function;
 }

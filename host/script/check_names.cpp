@@ -183,6 +183,8 @@ Type Checker::resolveBare(Use &use, Expression &expression, Expression *assigned
 
 Type Checker::variable(Use &use, const Variable &variable, Expression *assigned)
 {
+    if (variable.isMistaken)
+        throw ProblemsFound({});
     use.meaning = Meaning::Variable;
     use.storage = variable.storage;
     use.slot = variable.slot;

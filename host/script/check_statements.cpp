@@ -28,10 +28,12 @@ void Checker::checkStatement(Statement &statement)
 void Checker::visit(Dim &dim, const Place &)
 {
     for (DimGroup &group : dim.groups) {
-        Type type = typeNamed("Variant");
+        Type type = nothing();
         attempt([&] { checkGroup(group, type); });
-        for (DimGroup::Item &item : group.items)
+        for (DimGroup::Item &item : group.items) {
+            item.variable.isMistaken = isNothing(type);
             declare(item.variable, item.isArray ? arrayOf(type) : type);
+        }
     }
 }
 
@@ -115,8 +117,12 @@ void Checker::visit(Select &select, const Place &)
 Type Checker::checkLoopVariable(LoopVariable &variable)
 {
     if (variable.ownType) {
-        declare(variable.variable, resolve(*variable.ownType));
-        return variable.variable.type;
+        Type type = attemptedType(*variable.ownType);
+        variable.variable.isMistaken = isNothing(type);
+        declare(variable.variable, type);
+        if (variable.variable.isMistaken)
+            throw ProblemsFound({});
+        return type;
     }
     Type type = check(*variable.existing);
     auto &use = std::get<Use>(variable.existing->node);
@@ -192,6 +198,8 @@ void Checker::visit(Leave &leave, const Place &place)
 
 void Checker::visit(Return &leave, const Place &place)
 {
+    if (_function && _function->isMistaken)
+        return;
     Type wanted = _function ? _function->result : nothing();
     if (!leave.value && !isNothing(wanted))
         fail(place, "Return needs " + articleAndName(wanted) + " here");

@@ -65,6 +65,7 @@ private:
     void checkFields(ClassDefinition &definition);
     void checkFunction(Function &function);
     Type resolve(const WrittenType &written);
+    Type attemptedType(const WrittenType &written); // nothing where it has a mistake, which is kept
     Type typeOf(const DimGroup::Item &item, const DimGroup &group, const Type &type);
     void checkGroup(DimGroup &group, Type &type); // gives the type that it names, too
     void needNewName(const Named &name);

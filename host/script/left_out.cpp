@@ -35,6 +35,10 @@ const std::vector<LeftOut> &leftOut()
          "texts are UTF-8 here"},
         {At::Name, "App Window Screen Introspection MessageDialog Xojo", "", ""},
         {At::Name, "MessageBox", "the words of later hosts", "write MsgBox"},
+        {At::Name, "CType", "", "write Integer(value)"},
+        {At::Name, "ParseDate", "", "a Date takes SQLDate and SQLDateTime"},
+        {At::Name, "HSV CMY", "", "write RGB(red, green, blue)"},
+        {At::Name, "Input StdIn StdOut StdErr", "", "Print writes a line"},
         {At::Sign, "+= -= *= /=", "", "write n = n + 1"},
         {At::Sign, ":", "pairs, and several statements on a line,", ""},
     };

@@ -94,10 +94,15 @@ void Parser::classDefinition(ClassDefinition &definition)
 {
     const Token &start = advance();
     definition.name = needName("the name of a class");
-    if (takeWord("Inherits"))
+    bool isLineOver = peek().kind == TokenKind::LineEnd;
+    skipLines(); // Inherits can have a line of its own
+    if (takeWord("Inherits")) {
         definition.superName = needName("the name of a class");
+        isLineOver = false;
+    }
     refuseLeftOut(LeftOutAt::Statement);
-    needLineEnd();
+    if (!isLineOver)
+        needLineEnd();
     for (skipLines(); !peek().isWord("End"); skipLines()) {
         if (peek().kind == TokenKind::End)
             throw ProblemsFound({{start.place, "this Class has no End Class", true}});

@@ -188,8 +188,8 @@ Select Parser::selectStatement(const Token &start)
     made.subject = expression();
     needLineEnd();
     skipLines();
-    while (takeWord("Case")) {
-        if (takeWord("Else")) {
+    while (peek().isWord("Case") || peek().isWord("Else")) {
+        if (takeWord("Else") || (takeWord("Case") && takeWord("Else"))) {
             needLineEnd();
             made.otherwise = block({"End"}, start, "End Select");
             break;
@@ -199,7 +199,7 @@ Select Parser::selectStatement(const Token &start)
             one.tests.push_back(caseTest());
         while (take(","));
         needLineEnd();
-        one.body = block({"Case", "End"}, start, "End Select");
+        one.body = block({"Case", "Else", "End"}, start, "End Select");
         made.cases.push_back(std::move(one));
     }
     closeWith("End", "Select");

@@ -126,7 +126,7 @@ Source sourceOf(const std::string &name, const std::string &bytes)
 }
 
 ProblemsFound::ProblemsFound(std::vector<Problem> found)
-    : std::runtime_error(found.front().message), problems(std::move(found))
+    : std::runtime_error(found.empty() ? "" : found.front().message), problems(std::move(found))
 {
 }
 

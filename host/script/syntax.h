@@ -162,6 +162,7 @@ struct Variable {
     Storage storage = Storage::Local;
     size_t slot = 0;
     bool isConstant = false;
+    bool isMistaken = false; // its type could not be made out, which has been told
 };
 
 // a, b() As Type = initial, or As New Type(arguments), which is an initial value, too: a part of a Dim.
@@ -311,7 +312,8 @@ struct Function {
     Type result;
     Block body;
     ClassDefinition *owner = nullptr;
-    size_t slots = 0; // local variables, the parameters first
+    size_t slots = 0;        // local variables, the parameters first
+    bool isMistaken = false; // a type of the declaration could not be made out, which has been told
     Place end;
     std::string declaration() const; // as messages show it
     std::string fullName() const;    // with its class in front

@@ -49,4 +49,26 @@ int compareText(const std::string &a, const std::string &b)
     return lowercase(a).compare(lowercase(b));
 }
 
+std::string base64Of(const std::string &bytes, size_t lineLength)
+{
+    @autoreleasepool {
+        NSData *data = [NSData dataWithBytes:bytes.data() length:bytes.size()];
+        std::string text = [[data base64EncodedStringWithOptions:0] UTF8String];
+        for (size_t at = lineLength; lineLength > 0 && at < text.size(); at += lineLength + 2)
+            text.insert(at, "\r\n");
+        return text;
+    }
+}
+
+std::string bytesOfBase64(const std::string &text)
+{
+    @autoreleasepool {
+        NSData *characters = [NSData dataWithBytes:text.data() length:text.size()];
+        NSData *bytes =
+            [[[NSData alloc] initWithBase64EncodedData:characters
+                                               options:NSDataBase64DecodingIgnoreUnknownCharacters] autorelease];
+        return std::string(static_cast<const char *>([bytes bytes]), [bytes length]);
+    }
+}
+
 } // namespace script

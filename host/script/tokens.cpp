@@ -159,6 +159,8 @@ private:
                               : prefix == 'b' ? "01"
                                               : "";
         std::string shown(_text.substr(_place, end - _place));
+        if (shown == "&")
+            fail(placeOf(_place, end), "\"&\" does not join texts here; write +");
         bool fits = !digits.empty() && digits.find_first_not_of(allowed) == std::string_view::npos;
         if (!fits)
             fail(placeOf(_place, end), "\"" + shown + "\" is no literal; they begin with &h, &b, &o, &c or &u");

@@ -84,6 +84,19 @@ Value writeCString(A a, At place)
     return Value();
 }
 
+Value isLittleEndian(A, At)
+{
+    return Value(true);
+}
+
+Value setLittleEndian(A a, At place)
+{
+    if (!a[1].boolean())
+        throw raised("UnsupportedOperationException", "MemoryBlocks begin with the lowest byte of a number here.",
+                     place);
+    return Value();
+}
+
 } // namespace
 
 LibraryRows memoryBlockRows()
@@ -97,6 +110,7 @@ LibraryRows memoryBlockRows()
         {"MemoryBlock.Int32Value(offset As Integer) As Integer", read<int32_t>, write<int32_t>},
         {"MemoryBlock.Int64Value(offset As Integer) As Int64", read<int64_t>, write<int64_t>},
         {"MemoryBlock.Int8Value(offset As Integer) As Integer", read<int8_t>, write<int8_t>},
+        {"MemoryBlock.LittleEndian As Boolean", isLittleEndian, setLittleEndian},
         {"MemoryBlock.Long(offset As Integer) As Integer", read<int32_t>, write<int32_t>},
         {"MemoryBlock.Short(offset As Integer) As Integer", read<int16_t>, write<int16_t>},
         {"MemoryBlock.SingleValue(offset As Integer) As Single", read<float>, write<float>},

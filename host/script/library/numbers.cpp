@@ -71,6 +71,24 @@ double most(A a, bool wantsLargest)
     return result;
 }
 
+template <class Operation>
+Value bits(A a, Operation operation)
+{
+    uint64_t result = a[0].uint64();
+    for (size_t i = 1; i < a.size(); i++)
+        result = operation(result, a[i].uint64());
+    return Value(static_cast<unsigned long long>(result));
+}
+
+// A number loses the bits that leave its width, which is 64 unless it is told.
+Value shifted(A a, bool isLeft)
+{
+    int shift = a[1].int32(), width = a.size() > 2 ? a[2].int32() : 64;
+    uint64_t mask = width >= 64 ? ~uint64_t(0) : (uint64_t(1) << std::max(width, 0)) - 1;
+    uint64_t number = shift < 0 || shift >= 64 ? 0 : isLeft ? a[0].uint64() << shift : (a[0].uint64() & mask) >> shift;
+    return Value(static_cast<unsigned long long>(number & mask));
+}
+
 double random()
 {
     static std::mt19937 generator{std::random_device{}()};
@@ -94,6 +112,18 @@ LibraryRows numberRows()
         {"Atan(number As Double) As Double", real<std::atan>},
         {"Atan2(y As Double, x As Double) As Double", real2<std::atan2>},
         {"Bin(number As Int64) As String", [](A a, At) { return inBase(a[0].int64(), 2); }},
+        {"Shared Bitwise.BitAnd(a As UInt64, b As UInt64, ParamArray more As UInt64) As UInt64",
+         [](A a, At) { return bits(a, std::bit_and<uint64_t>()); }},
+        {"Shared Bitwise.BitOr(a As UInt64, b As UInt64, ParamArray more As UInt64) As UInt64",
+         [](A a, At) { return bits(a, std::bit_or<uint64_t>()); }},
+        {"Shared Bitwise.BitXor(a As UInt64, b As UInt64, ParamArray more As UInt64) As UInt64",
+         [](A a, At) { return bits(a, std::bit_xor<uint64_t>()); }},
+        {"Shared Bitwise.OnesComplement(number As UInt64) As UInt64",
+         [](A a, At) { return Value(static_cast<unsigned long long>(~a[0].uint64())); }},
+        {"Shared Bitwise.ShiftLeft(number As UInt64, shift As Integer, Optional width As Integer) As UInt64",
+         [](A a, At) { return shifted(a, true); }},
+        {"Shared Bitwise.ShiftRight(number As UInt64, shift As Integer, Optional width As Integer) As UInt64",
+         [](A a, At) { return shifted(a, false); }},
         {"CDbl(text As String) As Double", [](A a, At) { return Value(numberIn(a[0].text())); }},
         {"Ceil(number As Double) As Double", real<std::ceil>},
         {"Cos(angle As Double) As Double", real<std::cos>},

@@ -57,6 +57,7 @@ TEST_F(Language, CasesHaveRangesAndComparisons)
         "End Function\n";
     expectOutputs({
         {tell + "Print Tell(1) + Tell(9) + Tell(9.5) + Tell(20) + Tell(101) + Tell(-1) + Tell(50)", "aacabbd\n"},
+        {"Select Case 5\nCase 1\nPrint \"one\"\nElse\nPrint \"other\"\nEnd Select", "other\n"},
         {"Select Case \"Blue\"\nCase \"a\" To \"az\"\nPrint \"no\"\nCase \"blue\"\nPrint \"yes\"\nEnd Select", "yes\n"},
         {"Dim o As Object = New Date\nSelect Case o\nCase IsA Dictionary\nPrint \"no\"\nCase IsA Date\nPrint \"date\"\n"
          "End Select",

@@ -172,6 +172,9 @@ TEST_F(Library, KeepsNumbersInMemoryBlocks)
         {m + "m.ColorValue(0) = &c010203\nPrint Str(m.ColorValue(0) = &c010203)", "true\n"},
         {m + "Try\nm.Int32Value(5) = 1\nCatch e As OutOfBoundsException\nPrint e.Message\nEnd Try",
          "The MemoryBlock has 8 bytes.\n"},
+        {m + "m.LittleEndian = True\nm.Long(0) = 1\nPrint Str(m.LittleEndian) + Str(m.Byte(0))", "true1\n"},
+        {m + "Try\nm.LittleEndian = False\nCatch e As UnsupportedOperationException\nPrint e.Message\nEnd Try",
+         "MemoryBlocks begin with the lowest byte of a number here.\n"},
         {"Dim m As MemoryBlock = \"aß\"\nDim s As String = m\nPrint s + Str(m.Size)", "aß3\n"},
         {"Dim m As MemoryBlock\nTry\nPrint Str(m.Int8Value(0))\nCatch e As NilObjectException\nPrint \"nil\"\nEnd Try",
          "nil\n"},
@@ -192,6 +195,32 @@ TEST_F(Library, FindsFiles)
          "Str(GetFolderItem(\"/etc/passwd\").ModificationDate.Year > 2000)",
          "truetrue\n"},
     });
+}
+
+TEST_F(Library, WritesBytesAsText)
+{
+    expectValues({
+        {"EncodeHex(DecodeBase64(EncodeBase64(ChrB(0) + ChrB(255) + \"a\")))", "00FF61"},
+        {"EncodeBase64(\"hello\") + EncodeBase64(\"\") + \".\"", "aGVsbG8=."},
+        {"DecodeBase64(\"aGVs\" + EndOfLine + \"bG8=\")", "hello"},
+        {"Len(EncodeBase64(Join(Array(\"0123456789\", \"0123456789\", \"0123456789\", \"0123456789\", \"0123456789\", "
+         "\"0123456789\"), \"\")))",
+         "82"},
+        {"ReplaceAll(EncodeBase64(\"0123456789\", 6), EndOfLine.Windows, \"|\")", "MDEyMz|Q1Njc4|OQ=="},
+        {"EncodeBase64(\"0123456789\", 0)", "MDEyMzQ1Njc4OQ=="},
+    });
+}
+
+TEST_F(Library, WorksBitByBit)
+{
+    expectValues({
+        {"Hex(Bitwise.BitAnd(&hFF0, &h0FF)) + Hex(Bitwise.BitOr(1, 2, 4)) + Hex(Bitwise.BitXor(7, 2))", "F075"},
+        {"Bitwise.OnesComplement(0)", "18446744073709551615"},
+        {"Hex(Bitwise.ShiftLeft(&h81, 1)) + \" \" + Hex(Bitwise.ShiftLeft(&h81, 1, 8)) + \" \" + "
+         "Hex(Bitwise.ShiftRight(&h181, 4, 8)) + \" \" + Hex(Bitwise.ShiftLeft(1, 64))",
+         "102 2 8 0"},
+    });
+    expectOutputs({{"Dim flags As Integer = Bitwise.BitOr(1, 4)\nPrint Str(flags And 4)", "4\n"}});
 }
 
 TEST_F(Library, SpeaksToPeople)

@@ -39,7 +39,7 @@ TEST_F(Mistakes, InWordsAndSigns)
         {"Print Str(12ab)", 11, 4, "\"12ab\" is no number"},
         {"Print Str(&hXY)", 11, 4, "\"&hXY\" is no literal; they begin with &h, &b, &o, &c or &u"},
         {"Print Str(&b12)", 11, 4, "\"&b12\" is no literal; they begin with &h, &b, &o, &c or &u"},
-        {"Print Str(&)", 11, 1, "\"&\" is no literal; they begin with &h, &b, &o, &c or &u"},
+        {"Print \"a\" & \"b\"", 11, 1, "\"&\" does not join texts here; write +"},
         {"Print Str(&cFFF)", 11, 5, "a colour has six digits, &cRRGGBB"},
         {"Print Str(1 # 2)", 13, 1, "\"#\" has no meaning here"},
         {"Print Str(99999999999999999999)", 11, 20, "99999999999999999999 is too large for an integer of 64 bits"},
@@ -269,6 +269,25 @@ TEST_F(Mistakes, AreAllReportedInTheirOrder)
          "p:3:7: what is printed must be a String, not an Integer\nPrint 1\n      ^\n"
          "p:5:7: there is nothing named \"y\"\nPrint y\n      ^\n"
          "p:6:5: \"x\" must be an Integer, not a String\nx = \"b\"\n    ^~~\n"},
+    });
+}
+
+TEST_F(Mistakes, InATypeAreToldOnceAndNotAtEachUseOfWhatHasIt)
+{
+    expectErrors({
+        {"Dim s As Timer, t() As Timer\ns.Mode = 1\nPrint t(0).Name + Str(s)",
+         "p:1:10: \"Timer\" is not part of this language here\nDim s As Timer, t() As Timer\n         ^~~~~\n"
+         "p:1:24: \"Timer\" is not part of this language here\nDim s As Timer, t() As Timer\n                       "
+         "^~~~~\n"},
+        {"For Each s As Timer In Array(1)\ns.Reset\nNext",
+         "p:1:15: \"Timer\" is not part of this language here\nFor Each s As Timer In Array(1)\n              ^~~~~\n"},
+        {"Sub Add(t As Timer)\nt.Reset\nEnd Sub\nAdd(Nil)",
+         "p:1:14: \"Timer\" is not part of this language here\nSub Add(t As Timer)\n             ^~~~~\n"},
+        {"Function Made() As Timer\nReturn Nil\nEnd Function\nMade.Reset",
+         "p:1:20: \"Timer\" is not part of this language here\nFunction Made() As Timer\n                   ^~~~~\n"},
+        {"Class Own\nDim T As Timer\nDim N As Integer = \"n\"\nEnd Class\nDim o As New Own\no.T.Reset\nPrint Str(o.N)",
+         "p:2:10: \"Timer\" is not part of this language here\nDim T As Timer\n         ^~~~~\n"
+         "p:3:20: \"N\" must be an Integer, not a String\nDim N As Integer = \"n\"\n                   ^~~\n"},
     });
 }
 

@@ -133,7 +133,7 @@ TEST_F(Statements, Classes)
                                 "Sub Constructor(n As String)\nName = n\nEnd Sub\n"
                                 "Function Text() As String\nReturn Name + Str(Legs) + Noise\nEnd Function\n"
                                 "Function Noise() As String\nReturn \"?\"\nEnd Function\nEnd Class\n"
-                                "Class Dog Inherits Animal\nDim Tail As Boolean = True\n"
+                                "Class Dog\nInherits Animal\nDim Tail As Boolean = True\n"
                                 "Function Noise() As String\nReturn \"Wuff\"\nEnd Function\nEnd Class\n";
     expectOutputs({
         {animals + "Dim a As New Animal(\"Cat\")\na.Legs = a.Legs - 1\nPrint a.Text", "Cat3?\n"},
