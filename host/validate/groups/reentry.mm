@@ -124,15 +124,18 @@ private:
 
 } // namespace
 
+// Those of a further call: the first one has loaded what is loaded once.
 static std::vector<std::string> entriesCalledBy(const Row &row)
 {
     std::vector<std::string> called;
-    World world;
-    runRow(row, world, Throwing::Nothing, nullptr, [&] {
-        for (const host::EntryPointInfo &entry : theHost().entryPoints())
-            if (entry.calls > 0)
-                called.push_back(entry.name);
-    });
+    for (bool isFirst : {true, false}) {
+        World world;
+        runRow(row, world, Throwing::Nothing, nullptr, [&] {
+            for (const host::EntryPointInfo &entry : theHost().entryPoints())
+                if (!isFirst && entry.calls > 0)
+                    called.push_back(entry.name);
+        });
+    }
     return called;
 }
 
