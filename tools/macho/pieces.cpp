@@ -13,6 +13,8 @@ enum class Sharing { None, Literals, References };
 
 Sharing sharingOf(const Section &section)
 {
+    if (section.isCallFrameTable())
+        return Sharing::None;
     switch (section.type()) {
     case S_CSTRING_LITERALS:
     case S_4BYTE_LITERALS:

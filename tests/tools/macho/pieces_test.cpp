@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstring>
 
 #include "tests/tools/macho/compiled_object.h"
 #include "tests/tools/macho/loaded_image.h"
@@ -150,6 +151,27 @@ TEST(Pieces, ReferenceIntoTheMiddleOfALosingDefinitionIsRefused)
                   {"_where"}),
         "b.o: __DATA,__data+0x8: a reference into section __DATA,__data of b.o, in the middle of a definition that "
         "is not used");
+}
+
+// The section of that name in the object's load command.
+uint8_t *headerOf(const std::string &section, Bytes &bytes)
+{
+    auto header = std::search(bytes.begin(), bytes.end(), section.begin(), section.end());
+    EXPECT_NE(header, bytes.end());
+    return &*header;
+}
+
+TEST(Pieces, CallFrameTableIsNoTableOfLiteralsWhateverItsTypeSays)
+{
+    Bytes bytes = compile(Language::Cpp, "extern \"C\" int call(int); extern \"C\" int run(int x) { return call(x); }");
+    uint8_t *code = headerOf("__text", bytes), *table = headerOf("__eh_frame", bytes);
+    const size_t place = 40, relocations = 48, flags = 56;
+    store32(table + flags, format::S_4BYTE_LITERALS);
+    // It has no record, and yet the relocations of the code.
+    store32(&bytes[load32(table + place)], 0);
+    memcpy(table + relocations, code + relocations, 2 * sizeof(uint32_t));
+    EXPECT_EQ(linkError(objects(object("a.o", bytes)), {"_run"}),
+              "a.o: __TEXT,__eh_frame+0xd: call frame record: a text relocation would be needed");
 }
 
 TEST(Pieces, TwoRelocationsForOneWordAreRefused)
