@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstring>
 
 #include "tests/tools/macho/compiled_object.h"
 #include "tests/tools/macho/loaded_image.h"
@@ -153,25 +152,25 @@ TEST(Pieces, ReferenceIntoTheMiddleOfALosingDefinitionIsRefused)
         "is not used");
 }
 
-// The section of that name in the object's load command.
-uint8_t *headerOf(const std::string &section, Bytes &bytes)
-{
-    auto header = std::search(bytes.begin(), bytes.end(), section.begin(), section.end());
-    EXPECT_NE(header, bytes.end());
-    return &*header;
-}
-
 TEST(Pieces, CallFrameTableIsNoTableOfLiteralsWhateverItsTypeSays)
 {
     Bytes bytes = compile(Language::Cpp, "extern \"C\" int call(int); extern \"C\" int run(int x) { return call(x); }");
-    uint8_t *code = headerOf("__text", bytes), *table = headerOf("__eh_frame", bytes);
-    const size_t place = 40, relocations = 48, flags = 56;
-    store32(table + flags, format::S_4BYTE_LITERALS);
-    // It has no record, and yet the relocations of the code.
-    store32(&bytes[load32(table + place)], 0);
-    memcpy(table + relocations, code + relocations, 2 * sizeof(uint32_t));
-    EXPECT_EQ(linkError(objects(object("a.o", bytes)), {"_run"}),
-              "a.o: __TEXT,__eh_frame+0xd: call frame record: a text relocation would be needed");
+    const std::string name = "__eh_frame";
+    size_t header =
+        static_cast<size_t>(std::search(bytes.begin(), bytes.end(), name.begin(), name.end()) - bytes.begin());
+    const size_t address = 32, place = 40, relocations = 48, flags = 56;
+    store32(&bytes[header + flags], format::S_4BYTE_LITERALS);
+    // It has no record, and yet a difference of two addresses to be filled in.
+    store32(&bytes[load32(&bytes[header + place])], 0);
+    store32(&bytes[header + relocations], static_cast<uint32_t>(bytes.size()));
+    store32(&bytes[header + relocations + 4], 2);
+    ByteWriter two;
+    two.u32(0xA0000000u | format::GENERIC_RELOC_LOCAL_SECTDIFF << 24 | 8);
+    two.u32(load32(&bytes[header + address]));
+    two.u32(0xA0000000u | format::GENERIC_RELOC_PAIR << 24);
+    two.u32(0);
+    bytes.insert(bytes.end(), two.bytes.begin(), two.bytes.end());
+    linked(objects(object("a.o", bytes)), {"_run"});
 }
 
 TEST(Pieces, TwoRelocationsForOneWordAreRefused)

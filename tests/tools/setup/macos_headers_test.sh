@@ -55,7 +55,7 @@ OnlyTheHeadersAreKept()
 UnreachableRegistryGivesOneLine()
 {
     use_empty_cache
-    export npm_config_registry=http://127.0.0.1:9/
+    export npm_config_registry=http://127.0.0.1:9/ npm_config_fetch_retry_mintimeout=1
     run "$macos_headers_sh"
     expect_equal "$status$(cat out)" 1
     expect_matches "$(cat err)" '^macos-headers\.sh: cannot download [^[:cntrl:]]*: ECONNREFUSED$'
