@@ -107,6 +107,13 @@ static void removeClasses(const Symbols &symbols)
         host::Host::shared().removeClass(name);
 }
 
+// No method runs by itself, whatever its name is.
+static void needStatements(const Program &program)
+{
+    if (program.statements.empty() && !program.functions.empty())
+        fail(program.functions.front().name.place, "nothing runs: no statement stands outside of the methods");
+}
+
 bool runProgram(const std::string &name, const std::string &text)
 {
     LanguageRules rules;
@@ -119,6 +126,7 @@ bool runProgram(const std::string &name, const std::string &text)
         source = sourceOf(name, text);
         program = parse(source);
         Checker(symbols).check(*program);
+        needStatements(*program);
         interpreter.run(*program);
     });
     removeClasses(symbols);

@@ -291,6 +291,15 @@ TEST_F(Mistakes, InATypeAreToldOnceAndNotAtEachUseOfWhatHasIt)
     });
 }
 
+TEST_F(Mistakes, AProgramOfMethodsAloneWouldDoNothing)
+{
+    expectErrors({
+        {"Sub Main\nPrint \"hi\"\nEnd Sub",
+         "p:1:5: nothing runs: no statement stands outside of the methods\nSub Main\n    ^~~~\n"},
+    });
+    expectOutputs({{"", ""}, {"Sub Main\nPrint \"hi\"\nEnd Sub\nMain", "hi\n"}});
+}
+
 TEST_F(Mistakes, ColumnsCountCharactersAndTabsStay)
 {
     expectErrors({
