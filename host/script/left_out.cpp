@@ -34,6 +34,7 @@ const std::vector<LeftOut> &leftOut()
         {At::Name, "Encodings TextEncoding DefineEncoding ConvertEncoding Encoding", "encodings of texts",
          "texts are UTF-8 here"},
         {At::Name, "App Window Screen Introspection MessageDialog Xojo", "", ""},
+        {At::Name, "Text DateTime", "the types of later hosts", "write String and Date"},
         {At::Name, "MessageBox", "the words of later hosts", "write MsgBox"},
         {At::Name, "CType", "", "write Integer(value)"},
         {At::Name, "ParseDate", "", "a Date takes SQLDate and SQLDateTime"},

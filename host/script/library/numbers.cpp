@@ -124,7 +124,7 @@ LibraryRows numberRows()
          [](A a, At) { return shifted(a, true); }},
         {"Shared Bitwise.ShiftRight(number As UInt64, shift As Integer, Optional width As Integer) As UInt64",
          [](A a, At) { return shifted(a, false); }},
-        {"CDbl(text As String) As Double", [](A a, At) { return Value(numberIn(a[0].text())); }},
+        {"CDbl(Extends text As String) As Double", [](A a, At) { return Value(numberIn(a[0].text())); }},
         {"Ceil(number As Double) As Double", real<std::ceil>},
         {"Cos(angle As Double) As Double", real<std::cos>},
         {"CStr(value As Variant) As String", [](A a, At) { return textOf(a); }},
@@ -149,7 +149,7 @@ LibraryRows numberRows()
         {"Sqrt(number As Double) As Double", real<std::sqrt>},
         {"Str(value As Variant, Optional pattern As String) As String", [](A a, At) { return textOf(a); }},
         {"Tan(angle As Double) As Double", real<std::tan>},
-        {"Val(text As String) As Double", [](A a, At) { return Value(numberIn(a[0].text())); }},
+        {"Val(Extends text As String) As Double", [](A a, At) { return Value(numberIn(a[0].text())); }},
         {"Variant.IsNumeric As Boolean", [](A a, At) { return Value(isNumeric(a[0])); }},
     };
 }

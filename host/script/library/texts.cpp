@@ -93,7 +93,8 @@ std::string separatorIn(const Arguments &a)
 Value split(const Arguments &a)
 {
     Value parts = Value::strings({});
-    for (const std::string &field : fieldsOf(a[0].text(), separatorIn(a)))
+    std::string separator = separatorIn(a);
+    for (const std::string &field : separator.empty() ? charactersOf(a[0].text()) : fieldsOf(a[0].text(), separator))
         parts.append(field);
     return parts;
 }

@@ -19,6 +19,7 @@ TEST_F(Library, LooksForTextsWithoutRegardToCase)
         {"StrComp(\"a\", \"A\", 1)", "0"},
         {"StrComp(\"a\", \"A\", 0)", "1"},
         {"StrComp(\"a\", \"b\", 0)", "-1"},
+        {"\"12 times\".Val + \"2.5\".CDbl", "14.5"},
     });
 }
 
@@ -32,6 +33,7 @@ TEST_F(Library, TakesTextsApart)
         {"CountFields(\"a,b,,c\", \",\")", "4"},
         {"CountFields(\"\", \",\")", "0"},
         {"Split(\"a b\").Ubound", "1"},
+        {"Join(Split(\"grün\", \"\"), \"|\") + Str(Split(\"\", \"\").Ubound)", "g|r|ü|n-1"},
         {"Join(Array(\"a\", \"b\"))", "a b"},
         {"LTrim(\"  a \") + \".\"", "a ."},
         {"RTrim(\"  a \") + \".\"", "  a."},
