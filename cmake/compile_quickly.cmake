@@ -19,9 +19,9 @@ function(compile_quickly target)
   target_precompile_headers(${target} PRIVATE ${headers})
 endfunction()
 
-# Builds that watch the plug-in have a level of their own.
+# Sanitizers and fuzzers have a level of their own.
 function(do_not_optimise target)
-  if(NOT WATCH)
+  if(NOT WATCH OR WATCH STREQUAL "coverage")
     target_compile_options(${target} PRIVATE -O0)
   endif()
 endfunction()

@@ -181,6 +181,17 @@ TEST_F(ObjectToVariant, AnObjectWithALiveWrapperComesBackAlsoFromAHostWithoutLoc
     CFDictionaryRemoveValue(familyInstances(), @"text");
 }
 
+TEST_F(ObjectToVariant, AnEntryOfTheRegistryWithoutAWrapperIsNone)
+{
+    start();
+    int locks = 0;
+    host.beforeCall("REALLockObject", [&] { locks++; });
+    CFDictionarySetValue(familyInstances(), @"text", nullptr);
+    EXPECT_EQ(toHost(@"text").text(), "text");
+    EXPECT_EQ(locks, 0);
+    CFDictionaryRemoveValue(familyInstances(), @"text");
+}
+
 TEST_F(ObjectToVariant, ADictionaryIsADictionaryAlthoughItHasACoreFoundationType)
 {
     start();
