@@ -67,9 +67,9 @@ TEST_F(Disk, AQuotaFailsTheWriteAndLeavesTheOldFile)
 {
     printed(Words{"set", "string", "K", "old"} + here);
     std::string text = temporaryFile("text.json", "\"" + std::string(20000, 'x') + "\"");
-    Result result =
-        shell("(ulimit -f 16; LLVM_PROFILE_FILE=/dev/null '" + std::string(kBuildDir) + "/plughost' --plugin '" + support::pluginUnderTest() +
-              "' --defaults-dir '" + folder + "' set variant K '@" + text + "'; echo status $?) 2>&1 | cat");
+    Result result = shell("(ulimit -f 16; LLVM_PROFILE_FILE=/dev/null '" + std::string(kBuildDir) +
+                          "/plughost' --plugin '" + support::pluginUnderTest() + "' --defaults-dir '" + folder +
+                          "' set variant K '@" + text + "'; echo status $?) 2>&1 | cat");
     EXPECT_EQ(result.output, "plughost: " + file + " cannot be written: File too large\nstatus 1\n");
     EXPECT_EQ(printed(Words{"get", "string", "K"} + here), "old");
 }
