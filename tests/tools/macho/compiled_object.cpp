@@ -6,10 +6,16 @@
 #include <fstream>
 #include <iostream>
 #include <iterator>
+#include <md5.h>
 
 #include <sys/wait.h>
+#include <unistd.h>
+
+#include "ground.h"
 
 namespace macho::test {
+
+namespace fs = std::filesystem;
 
 const char usualImports[] = "library /usr/lib/libfirst.dylib 2.0 1.0\n"
                             "_call\n"
@@ -42,12 +48,12 @@ namespace {
 struct TemporaryFolder {
     TemporaryFolder()
     {
-        std::string pattern = (std::filesystem::temp_directory_path() / "macho-test-XXXXXX").string();
+        std::string pattern = (fs::temp_directory_path() / "macho-test-XXXXXX").string();
         if (!mkdtemp(pattern.data()))
             giveUp("no temporary folder");
         path = pattern;
     }
-    ~TemporaryFolder() { std::filesystem::remove_all(path); }
+    ~TemporaryFolder() { fs::remove_all(path); }
     std::string path;
 };
 
@@ -71,6 +77,18 @@ LanguageNames namesOf(Language language)
         return {"assembler", "-Wno-unused-command-line-argument -Wa,--no-warn"};
     }
     std::abort();
+}
+
+// The compiler takes most of the tests' time, and gives the same again as long as it is the same itself.
+fs::path keptObject(const std::string &command, std::string_view source)
+{
+    auto compilerTime = fs::last_write_time(CLANG_FOR_MACOS).time_since_epoch().count();
+    std::string key = std::to_string(compilerTime) + command + "\n" + std::string(source);
+    char name[MD5_DIGEST_STRING_LENGTH];
+    MD5Data(reinterpret_cast<const uint8_t *>(key.data()), key.size(), name);
+    fs::path folder = fs::path(kBuildDir) / "test-objects";
+    fs::create_directories(folder);
+    return folder / name;
 }
 
 } // namespace
@@ -105,15 +123,20 @@ Outcome runCommand(const std::string &command)
 
 Bytes compile(Language language, std::string_view source, const std::string &flags)
 {
-    std::string input = temporaryFolder() + "/source", output = temporaryFolder() + "/object.o";
-    writeText(input, source);
     LanguageNames names = namesOf(language);
-    Outcome run = runCommand(std::string(CLANG_FOR_MACOS " -target i386-apple-macosx10.4 -fPIC -fvisibility=hidden ") +
-                             "-fno-stack-protector -w " + names.flags + " " + flags + " -x " + names.option + " -c " +
-                             input + " -o " + output);
-    if (run.status != 0)
-        giveUp("the compiler: " + run.err);
-    return readBytes(output);
+    const std::string command = std::string(CLANG_FOR_MACOS) +
+                                " -target i386-apple-macosx10.4 -fPIC -fvisibility=hidden -fno-stack-protector -w " +
+                                names.flags + " " + flags + " -x " + names.option;
+    const fs::path kept = keptObject(command, source);
+    if (!fs::exists(kept)) {
+        std::string input = temporaryFolder() + "/source", output = kept.string() + "-" + std::to_string(getpid());
+        writeText(input, source);
+        Outcome run = runCommand(command + " -c " + input + " -o " + output);
+        if (run.status != 0)
+            giveUp("the compiler: " + run.err);
+        fs::rename(output, kept); // other tests may compile the same at this moment
+    }
+    return readBytes(kept);
 }
 
 ObjectFile object(const std::string &name, Bytes bytes)

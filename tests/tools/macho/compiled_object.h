@@ -1,4 +1,4 @@
-// Objects for the linker's tests, compiled while the test runs, and short ways to link them.
+// Objects for the linker's tests, compiled when a test first needs them, and short ways to link them.
 #pragma once
 
 #include <string>
@@ -24,7 +24,7 @@ struct Outcome {
 Outcome runCommand(const std::string &command);
 
 // Compiled for i386 macOS 10.4, position-independent, names hidden unless told otherwise. A compiler's complaint ends
-// the test program.
+// the test program. What was compiled once is kept in the build tree.
 Bytes compile(Language language, std::string_view source, const std::string &flags = "-O1");
 ObjectFile object(const std::string &name, Bytes bytes);
 ObjectFile object(const std::string &name, Language language, std::string_view source,
