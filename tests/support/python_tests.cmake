@@ -1,17 +1,18 @@
-# add_python_tests(PREFIX SCRIPT...): each case of the class Cases in SCRIPT.py is a test, PREFIX.SCRIPT.CASE.
+# add_python_test(NAME SCRIPT [VARIABLE=value...]): the class Cases of SCRIPT.py as one test of CTest, with these variables
+# in its environment; what became of each case is told in test-results/NAME.
 find_program(python python3 REQUIRED)
-set(python_test_environment
-  "PLUGHOST=${PROJECT_BINARY_DIR}/plughost" "PLUGIN=${PROJECT_BINARY_DIR}/NSUserDefaults.so" "PYTHONDONTWRITEBYTECODE=1")
+set(python_cases "${CMAKE_CURRENT_LIST_DIR}/python_cases.py")
 
+function(add_python_test name script)
+  add_test(NAME ${name} COMMAND "${python}" "${python_cases}" "${CMAKE_CURRENT_SOURCE_DIR}/${script}.py"
+    "${PROJECT_BINARY_DIR}/test-results/${name}")
+  set_tests_properties(${name} PROPERTIES TIMEOUT 600 ENVIRONMENT
+    "PLUGHOST=${PROJECT_BINARY_DIR}/plughost;PLUGIN=${PROJECT_BINARY_DIR}/NSUserDefaults.so;PYTHONDONTWRITEBYTECODE=1;${ARGN}")
+endfunction()
+
+# add_python_tests(PREFIX SCRIPT...): PREFIX.SCRIPT for each.
 function(add_python_tests prefix)
   foreach(script IN LISTS ARGN)
-    set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${script}.py)
-    file(STRINGS ${script}.py cases REGEX "^    def test_")
-    foreach(case IN LISTS cases)
-      string(REGEX REPLACE "^    def test_([a-z0-9_]+).*" "\\1" case "${case}")
-      add_test(NAME ${prefix}.${script}.${case}
-        COMMAND "${python}" "${CMAKE_CURRENT_SOURCE_DIR}/${script}.py" -q Cases.test_${case})
-      set_tests_properties(${prefix}.${script}.${case} PROPERTIES TIMEOUT 60 ENVIRONMENT "${python_test_environment}")
-    endforeach()
+    add_python_test(${prefix}.${script} ${script})
   endforeach()
 endfunction()

@@ -1,19 +1,12 @@
 """The reference of the class: reads userdefaults/reference.md, which says itself how it is written.
 
 reference.py check TABLES   compares it with the registered class, as `plughost describe --json` prints it
-reference.py names          prints the names of the pages, one a line
-reference.py run PAGE -- COMMAND...
-                            runs the example of one page with COMMAND DIR FILE and compares what it prints; COMMAND
-                            keeps its defaults in DIR
 """
 import dataclasses
-import difflib
 import json
 import pathlib
 import re
-import subprocess
 import sys
-import tempfile
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 SOURCE = ROOT / "userdefaults" / "reference.md"
@@ -193,14 +186,6 @@ def name_pages(members):
         seen.add(member.page)
 
 
-def page_names(text):
-    """The pages by the headings alone, which stand even while there is a mistake in a section."""
-    members = [Member(line[3:], False, 0) for line in text.splitlines()
-               if line.startswith("## ") and DECLARATION.fullmatch(line[3:])]
-    name_pages(members)
-    return [member.page for member in members]
-
-
 def link(member, members):
     pages = {other.page: other.title for other in members}
 
@@ -243,47 +228,12 @@ def differences(members, tables):
     return sorted(found)
 
 
-def run_example(example, command):
-    """What each program of the example prints, in a fresh defaults folder that holds its files, until one fails; the
-    errors of the last one that ran, and its exit status."""
-    with tempfile.TemporaryDirectory() as folder:
-        folder = pathlib.Path(folder)
-        for path, content in example.files.items():
-            file = folder / "defaults" / path
-            file.parent.mkdir(parents=True, exist_ok=True)
-            file.write_text(content, encoding="utf-8")
-        program = folder / "example.xojo"
-        outputs = []
-        for code, _ in example.programs:
-            program.write_text(code, encoding="utf-8")
-            ended = subprocess.run([*command, str(folder / "defaults"), str(program)], stdin=subprocess.DEVNULL,
-                                   stdout=subprocess.PIPE, stderr=subprocess.PIPE, encoding="utf-8")
-            outputs.append(ended.stdout)
-            if ended.returncode:
-                break
-        return outputs, ended.stderr, ended.returncode
-
-
 def main(arguments):
-    if arguments[:1] == ["names"] and len(arguments) == 1:
-        print("\n".join(page_names(SOURCE.read_text(encoding="utf-8"))))
-        return 0
     if arguments[:1] == ["check"] and len(arguments) == 2:
         found = differences(read(), json.loads(pathlib.Path(arguments[1]).read_text(encoding="utf-8")))
         for line in found:
             print(line)
         return 1 if found else 0
-    if arguments[:1] == ["run"] and arguments[2:3] == ["--"] and len(arguments) > 3:
-        example = next(member.example for member in read() if member.page == arguments[1])
-        outputs, errors, status = run_example(example, arguments[3:])
-        sys.stderr.write(errors)
-        written = "".join(output for _, output in example.programs)
-        lines = difflib.unified_diff(written.splitlines(), "".join(outputs).splitlines(), "the page", "the program",
-                                     lineterm="")
-        shown = "\n".join(lines)
-        if shown:
-            print(shown)
-        return 1 if shown or status else 0
     print(__doc__.strip(), file=sys.stderr)
     return 2
 
