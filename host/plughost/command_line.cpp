@@ -54,6 +54,16 @@ static std::vector<std::string> optionNames(const CLI::App &app)
     return names;
 }
 
+// What was meant, or what there is.
+static std::string commandHint(const std::string &word, const std::vector<std::string> &commands)
+{
+    std::string hint = script::suggestion(word, commands);
+    if (hint.empty())
+        for (const std::string &command : commands)
+            hint += (hint.empty() ? "; commands are " : ", ") + command;
+    return hint;
+}
+
 // An option that there is not, or a word in the place of a command that is none.
 static void refuseUnknown(const CLI::App &app)
 {
@@ -67,7 +77,7 @@ static void refuseUnknown(const CLI::App &app)
     }
     std::vector<std::string> commands = commandNames(command);
     if (!commands.empty() && !words.empty())
-        throw UsageError("there is no command \"" + words[0] + "\"" + script::suggestion(words[0], commands));
+        throw UsageError("there is no command \"" + words[0] + "\"" + commandHint(words[0], commands));
 }
 
 void readArguments(CLI::App &app, int count, char **arguments)

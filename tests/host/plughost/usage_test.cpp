@@ -60,7 +60,10 @@ TEST(WrongUsage, SaysWhatMayHaveBeenMeantAndWhatIsKnown)
     } rows[] = {
         {{"gett", "integer", "Key"}, "there is no command \"gett\"; did you mean \"get\"?"},
         {{"validat"}, "there is no command \"validat\"; did you mean \"validate\"?"},
-        {{"fly"}, "there is no command \"fly\""},
+        {{"fly"},
+         "there is no command \"fly\"; commands are describe, get, set, remove, call, domains, suite, register, run, "
+         "forced, dump, load, tour, validate"},
+        {{"suite", "Name"}, "there is no command \"Name\"; commands are add, remove"},
         {{"suite", "remov", "x"}, "there is no command \"remov\"; did you mean \"remove\"?"},
         {{"--hots", "2009", "describe"}, "there is no option \"--hots\"; did you mean \"--host\"?"},
         {{"get", "integer", "Key", "--jsn"}, "there is no option \"--jsn\"; did you mean \"--json\"?"},
