@@ -175,12 +175,14 @@ Handle *expect(const void *record, HandleKind kind, const char *user)
 
 std::vector<HandleInfo> liveHandles()
 {
-    std::vector<HandleInfo> handles;
-    handles.reserve(book().live.size());
+    std::vector<const Handle *> live; // describing one may make others for a moment
     for (const auto &entry : book().live)
-        handles.push_back(infoOf(*entry.second));
-    std::sort(handles.begin(), handles.end(),
-              [](const HandleInfo &a, const HandleInfo &b) { return a.serial < b.serial; });
+        live.push_back(entry.second);
+    std::sort(live.begin(), live.end(), [](const Handle *a, const Handle *b) { return a->serial < b->serial; });
+
+    std::vector<HandleInfo> handles;
+    for (const Handle *handle : live)
+        handles.push_back(infoOf(*handle));
     return handles;
 }
 

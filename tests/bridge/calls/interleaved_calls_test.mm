@@ -45,24 +45,25 @@ void *key(void *dictionary, int32_t index)
     return hostKey(dictionary, index);
 }
 
+// Ours stands before the host's, which is looked for once.
 template <class Function>
-void *put(Function *&hostMethod, Function *ours, void *method)
+void *put(Function *&hostMethod, Function *ours, const char *declaration)
 {
-    hostMethod = reinterpret_cast<Function *>(method);
+    if (!hostMethod)
+        hostMethod = reinterpret_cast<Function *>(host::Host::shared().findMethod("Dictionary", declaration)->function);
     return reinterpret_cast<void *>(ours);
 }
 
 void *loadMethod(void *object, const char *declaration)
 {
     step();
-    const std::string wanted = declaration;
-    const host::MethodDescription *method =
-        Value::borrowHandle(object).isA("Dictionary") ? host::Host::shared().findMethod("Dictionary", wanted) : nullptr;
-    if (!method)
+    if (!Value::borrowHandle(object).isA("Dictionary"))
         return nullptr;
-    if (wanted.find("Assigns") != std::string::npos)
-        return put(hostSetValue, setValue, method->function);
-    return wanted[0] == 'K' ? put(hostKey, key, method->function) : put(hostValue, value, method->function);
+    if (declaration[0] == 'K')
+        return put(hostKey, key, declaration);
+    if (strstr(declaration, "Assigns"))
+        return put(hostSetValue, setValue, declaration);
+    return declaration[0] == 'V' ? put(hostValue, value, declaration) : nullptr; // a FolderItem's
 }
 
 // One call of a member with values of its own.
@@ -81,17 +82,15 @@ Value nestedDictionary()
 id nestedAnswer()
 {
     NSDictionary *inner = [NSDictionary dictionaryWithObject:@"text" forKey:@"inner"];
-    return [NSDictionary
-        dictionaryWithObject:[NSArray arrayWithObjects:inner, [NSDate dateWithTimeIntervalSinceReferenceDate:0],
-                                                       @"more", [NSNumber numberWithInt:5], nil]
-                      forKey:@"k"];
+    NSArray *array = [NSArray arrayWithObjects:inner, [NSDate dateWithTimeIntervalSinceReferenceDate:0], nil];
+    return [NSDictionary dictionaryWithObject:array forKey:@"k"];
 }
 
 const Call kCalls[] = {
     {"setDictionaryValue", true, nestedDictionary, nullptr},
     {"setVariantValue", true,
      [] {
-         return Value::variants({nestedDictionary(), Value::date(2000, 1, 1), Value::strings({"a", "b"})});
+         return Value::variants({Value::dictionary({{"k", 5}}), Value::date(2000, 1, 1), Value::strings({"a"})});
      },
      nullptr},
     {"setArrayValue", true,
@@ -107,7 +106,8 @@ const Call kCalls[] = {
     {"setDataValue", true, [] { return Value::memoryBlock("bytes"); }, nullptr},
     {"variantForKey", false, nullptr, nestedAnswer},
     {"dictionaryForKey", false, nullptr, nestedAnswer},
-    {"arrayForKey", false, nullptr, [] { return id([NSArray arrayWithObjects:nestedAnswer(), @"text", nil]); }},
+    {"arrayForKey", false, nullptr,
+     [] { return id([NSArray arrayWithObjects:nestedAnswer(), [NSNumber numberWithInt:5], nil]); }},
     {"stringArrayForKey", false, nullptr, [] { return id([NSArray arrayWithObjects:@"first", @"second", nil]); }},
     {"dataForKey", false, nullptr, [] { return id([NSData dataWithBytes:"bytes" length:5]); }},
     {"stringForKey", false, nullptr, [] { return id(@"text"); }},
@@ -118,17 +118,16 @@ std::string nameOf(const testing::TestParamInfo<Call> &info)
     return info.param.member;
 }
 
-// The handles that plug-ins hold now, each with its locks.
-std::map<const void *, int32_t> heldNow()
+// Handles that plug-ins hold, each with its locks.
+using Held = std::map<const void *, int32_t>;
+
+Held heldNow()
 {
-    std::map<const void *, int32_t> held;
-    for (const host::HandleInfo &info : host::Host::shared().imbalances())
-        held[info.handle] = info.heldElsewhere();
-    return held;
+    const host::LedgerMark now = host::Host::shared().mark();
+    return Held(now.heldElsewhere.begin(), now.heldElsewhere.end());
 }
 
-std::map<const void *, int32_t> without(std::map<const void *, int32_t> all,
-                                        const std::map<const void *, int32_t> &some)
+Held without(Held all, const Held &some)
 {
     for (const auto &[handle, locks] : some)
         if ((all[handle] -= locks) == 0)
@@ -204,43 +203,75 @@ protected:
         return steps;
     }
 
-    std::string expected;
+    // This call stands still at one of its steps, the other one, on another stack, begins and stands still at one of
+    // its own. Then this one ends, then that one; or this one goes on to its next step, that one ends, then this one.
+    // What either has ended with, the other still holds what it held.
+    void interleave(const Call &callHere, int pauseHere, const Call &callThere, int pauseThere, bool thereEndsFirst)
+    {
+        Held heldHere, heldThere;
+        int stepHere = 0, stepThere = 0;
+        outcomeThere = expected; // where this call is served from what another one loaded, and has fewer steps
+        isolation::OtherStack other;
+        atEachStep = [&] {
+            if (other.isHere()) {
+                if (stepThere++ != pauseThere)
+                    return;
+                heldThere = without(heldNow(), heldHere);
+                other.standStill();
+            } else if (stepHere++ == pauseHere) {
+                heldHere = heldNow();
+                other.start([&] { outcomeThere = make(callThere); });
+            } else if (thereEndsFirst && other.isUnderWay()) {
+                heldHere = without(heldNow(), heldThere);
+                other.finish();
+                EXPECT_EQ(heldNow(), heldHere);
+            }
+        };
+        outcomeHere = make(callHere);
+        if (other.isUnderWay())
+            EXPECT_EQ(heldNow(), heldThere);
+        other.finish();
+        atEachStep = nullptr;
+    }
+
+    std::string expected; // of the call whose steps were counted last
+    std::string outcomeHere, outcomeThere;
     std::optional<support::LogCapture> log;
 };
 
+// Where two calls stand still: at each pair of their steps where both are of the same member, else so that each step of
+// either is among them.
+std::vector<std::pair<int, int>> pausesOf(bool sameMember, int stepsHere, int stepsThere)
+{
+    std::vector<std::pair<int, int>> pauses;
+    for (int here = 0; here < stepsHere && sameMember; here++)
+        for (int there = 0; there < stepsThere; there++)
+            pauses.push_back({here, there});
+    for (int i = 0; i < std::max(stepsHere, stepsThere) && !sameMember; i++)
+        pauses.push_back({i % stepsHere, i % stepsThere});
+    return pauses;
+}
+
 TEST_P(Calls, ThatStandStillInTurnHoldWhatIsTheirs)
 {
-    const int steps = stepsOf(GetParam());
-    ASSERT_GT(steps, 1);
+    const Call &callHere = GetParam();
+    const int stepsAlone = stepsOf(callHere);
+    ASSERT_GT(stepsAlone, 1);
     const std::string alone = expected;
-    // This one stands still at `first`, the other one, on another stack, at `second`; then this one ends, then that
-    // one.
-    for (int first = 0; first < steps; first++) {
-        for (int second = 0; second < steps; second++) {
-            std::map<const void *, int32_t> heldHere, heldThere;
-            std::string outcomeThere;
-            int stepsHere = 0, stepsThere = 0;
-            isolation::OtherStack other; // a call that is served from what another one loaded has fewer steps
-            atEachStep = [&] {
-                if (!other.isHere()) {
-                    if (stepsHere++ != first)
-                        return;
-                    heldHere = heldNow();
-                    other.start([&] { outcomeThere = make(GetParam()); });
-                } else if (stepsThere++ == second) {
-                    heldThere = without(heldNow(), heldHere);
-                    other.standStill();
-                }
-            };
-            const std::string outcomeHere = make(GetParam());
-            if (!other.hasStarted())
-                continue; // this one has fewer steps by now
-            ASSERT_EQ(heldNow(), heldThere) << "this one ends, from " << first << ", with the other one at " << second;
-            other.finish();
-            ASSERT_EQ(outcomeHere, alone) << first << ", " << second;
-            ASSERT_EQ(outcomeThere, alone) << first << ", " << second;
-            ASSERT_TRUE(heldNow().empty()) << first << ", " << second;
-            ASSERT_TRUE(host.faults().empty()) << first << ", " << second << ": " << host.faults()[0];
+    for (const Call &callThere : kCalls) {
+        const int stepsThereAlone = stepsOf(callThere);
+        for (const auto &[pauseHere, pauseThere] :
+             pausesOf(callHere.member == callThere.member, stepsAlone, stepsThereAlone)) {
+            for (bool thereEndsFirst : {false, true}) {
+                SCOPED_TRACE(callThere.member + (" there, at " + std::to_string(pauseThere)) + ", with this one at " +
+                             std::to_string(pauseHere) + (thereEndsFirst ? ", ends first" : ", ends last"));
+                interleave(callHere, pauseHere, callThere, pauseThere, thereEndsFirst);
+                ASSERT_EQ(outcomeHere, alone);
+                ASSERT_EQ(outcomeThere, expected);
+                ASSERT_TRUE(heldNow().empty());
+                ASSERT_TRUE(host.faults().empty()) << host.faults()[0];
+                ASSERT_FALSE(HasFailure());
+            }
         }
     }
 }
