@@ -19,11 +19,11 @@ for folder in lib/i386-linux-gnu usr/lib/i386-linux-gnu; do
     find "$sysroot/usr/lib/debug/.build-id" -name '*.debug' -exec ln -s -t "$scratch/debug$sysroot/$folder" {} +
 done
 
-# memcheck PROGRAM ARGUMENT...: with the defaults in $defaults. The environment is prepared here, because a program under
-# valgrind cannot execute itself again.
+# memcheck PROGRAM ARGUMENT...: with the defaults in $defaults. The environment is prepared here, because
+# plughost, which does that, executes another program.
 memcheck() {
     local log=$scratch/log status=0
-    "$tree/run-env" --defaults-dir "$defaults" env PLUGHOST_CONFIGURED_FOR="$defaults" GNUSTEP_TZ=UTC \
+    "$tree/run-env" --defaults-dir "$defaults" \
         valgrind --quiet --error-exitcode=9 --leak-check=full --show-leak-kinds=definite \
         --errors-for-leak-kinds=definite --num-callers=40 --child-silent-after-fork=yes \
         --extra-debuginfo-path="$scratch/debug" --suppressions=tools/suppressions/valgrind.supp --log-file="$log" \
@@ -37,7 +37,7 @@ memcheck() {
 
 tour() {
     defaults=$(mktemp -d -p "$scratch")
-    memcheck "$tree/plughost" tour "$@" --defaults-dir "$defaults" --check-handles --plugin "$tree/NSUserDefaults.so" || {
+    memcheck "$tree/plughost-cocoa" tour "$@" --defaults-dir "$defaults" --check-handles --plugin "$tree/NSUserDefaults.so" || {
         echo "tour $*: not clean" >&2
         return 1
     }

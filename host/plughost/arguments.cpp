@@ -1,8 +1,7 @@
-// Foundation reads the arguments of a program before main, and ends it with ten lines about itself when one of them is
-// no text. This runs before Foundation does, and before anything else is ready: it is compiled without sanitizers.
-#include <cstdio>
+#include "host/plughost/arguments.h"
+
+#include <cstdlib>
 #include <cstring>
-#include <unistd.h>
 
 #include "host/plughost/errors.h"
 
@@ -47,20 +46,25 @@ static bool isText(const char *bytes)
     return true;
 }
 
-static void checkArguments(int count, char **arguments, char **)
+void requireText(int count, char **arguments)
 {
-    for (int i = 1; i < count; i++) {
-        if (isText(arguments[i]))
-            continue;
-        char line[64];
-        snprintf(line, sizeof line, "plughost: argument %d is no UTF-8 text\n", i);
-        if (write(STDERR_FILENO, line, strlen(line)) < 0)
-            _exit(kBadInput);
-        _exit(kWrongUsage);
-    }
+    for (int i = 1; i < count; i++)
+        if (!isText(arguments[i]))
+            throw UsageError("argument " + std::to_string(i) + " is no UTF-8 text");
 }
 
-using Initializer = void (*)(int, char **, char **);
-__attribute__((section(".preinit_array"), used)) static const Initializer initializer = checkArguments;
+std::string defaultsFolderOf(int count, char **arguments)
+{
+    const std::string option = "--defaults-dir";
+    const char *usual = getenv("PLUGHOST_DEFAULTS_DIR");
+    std::string folder = usual ? usual : "";
+    for (int i = 1; i < count && strcmp(arguments[i], "--") != 0; i++) {
+        if (arguments[i] == option && i + 1 < count)
+            folder = arguments[i + 1];
+        else if (strncmp(arguments[i], (option + "=").c_str(), option.size() + 1) == 0)
+            folder = arguments[i] + option.size() + 1;
+    }
+    return folder;
+}
 
 } // namespace plughost

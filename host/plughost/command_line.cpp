@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "host/declaration.h"
-#include "host/plughost/environment.h"
 #include "host/plughost/errors.h"
 #include "host/script/host_members.h"
 
@@ -90,7 +89,6 @@ void readArguments(CLI::App &app, int count, char **arguments)
     } catch (const CLI::Success &) { // help and version
         throw;
     } catch (const CLI::ParseError &) {
-        prepareEnvironment(""); // Foundation compares names
         refuseUnknown(app);
         throw;
     }

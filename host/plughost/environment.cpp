@@ -12,9 +12,6 @@ namespace plughost {
 
 namespace fs = std::filesystem;
 
-// The defaults folder that the configuration named by GNUSTEP_CONFIG_FILE was made for.
-static const char kConfiguredFor[] = "PLUGHOST_CONFIGURED_FOR";
-
 static std::string environmentValue(const char *name)
 {
     const char *value = getenv(name);
@@ -35,25 +32,15 @@ static std::string absoluteFolder(const std::string &path)
 
 void prepareEnvironment(const std::string &defaultsDir)
 {
-    std::string folder = defaultsDir.empty() ? "" : absoluteFolder(defaultsDir);
     std::string config = environmentValue("GNUSTEP_CONFIG_FILE");
-    bool configured = folder.empty() ? !config.empty()
-                                     : environmentValue(kConfiguredFor) == folder && access(config.c_str(), R_OK) == 0;
-    if (configured && getenv("GCONV_PATH") && getenv("GNUSTEP_TZ"))
-        return;
-
-    if (!configured) {
-        // A configuration in memory of another process may be gone: then it is the build's own that is changed.
-        if (access(config.c_str(), R_OK) != 0)
-            config = kGnustepConfigFile;
-        if (!folder.empty())
-            config = isolation::fileInMemory(isolation::configurationWith(folder, config));
-        setenv("GNUSTEP_CONFIG_FILE", config.c_str(), 1);
-        setenv(kConfiguredFor, folder.c_str(), 1);
-    }
+    // One in memory of another process may be gone.
+    if (access(config.c_str(), R_OK) != 0)
+        config = kGnustepConfigFile;
+    if (!defaultsDir.empty())
+        config = isolation::fileInMemory(isolation::configurationWith(absoluteFolder(defaultsDir), config));
+    setenv("GNUSTEP_CONFIG_FILE", config.c_str(), 1);
     setenv("GCONV_PATH", kGconvPath, 0);
     setenv("GNUSTEP_TZ", getenv("TZ") ? getenv("TZ") : "UTC", 0);
-    isolation::executeAgain();
 }
 
 } // namespace plughost

@@ -7,7 +7,6 @@
 #include "ground.h"
 #include "host/exception.h"
 #include "host/plughost/commands/validate.h"
-#include "host/plughost/environment.h"
 #include "host/plughost/errors.h"
 #include "host/plughost/interactive.h"
 #include "host/plughost/program.h"
@@ -96,7 +95,6 @@ static int runCommand(const std::string &folder, int count, char **arguments)
     addCommands(program);
     try {
         readArguments(program.app, count, arguments);
-        prepareEnvironment(program.options.defaultsDir);
         return program.chosen ? program.chosen() : runInteractively(program);
     } catch (const CLI::Success &success) {
         return program.app.exit(success); // prints the help or the version

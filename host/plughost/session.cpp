@@ -4,7 +4,6 @@
 #include <cstdio>
 
 #include "host/plughost/application.h"
-#include "host/plughost/environment.h"
 #include "host/plughost/errors.h"
 #include "host/plughost/file_complaints.h"
 #include "host/plughost/files.h"

@@ -4,7 +4,6 @@
 #include <memory>
 
 #include "host/isolation/configuration.h"
-#include "host/plughost/environment.h"
 #include "host/plughost/errors.h"
 #include "host/plughost/program.h"
 #include "host/validate/validator.h"

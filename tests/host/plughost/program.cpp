@@ -73,7 +73,7 @@ static int runPlughost(int count, char **arguments)
     return plughost::run(kBuildDir, count, arguments);
 }
 
-// The program executes itself again for another folder of defaults, which Foundation reads when it starts.
+// Another folder of defaults is for a program that starts: Foundation knows its folder from then on.
 static bool hasFolderOfItsOwn(const Words &arguments)
 {
     return std::find(arguments.begin(), arguments.end(), "--defaults-dir") != arguments.end();
