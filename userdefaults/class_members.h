@@ -1,5 +1,4 @@
-// The functions behind the members of `NSUserDefaultsKTZ`. The class tables of this folder name them;
-// their bodies are in userdefaults/.
+// The functions behind the members of `NSUserDefaultsKTZ`, which the tables of the class name.
 //
 // Every method takes the host object first. Strings, dictionaries and other handles that come in are
 // borrowed and may be null; a handle that goes out carries one lock for host code. Integers are 32 bits

@@ -7,6 +7,5 @@
 
 class HeldHandles;
 
-// A new Variant of the host type that fits the number's own type, owned by the caller; null when the host
-// cannot make one.
+// A new Variant of the host type that fits the number's own type, held; null when the host cannot make one.
 REALobject NewVariantFromNumber(NSNumber *number, HeldHandles &held);

@@ -34,11 +34,10 @@ static REALobject NewMostDerivedWrapper(id object, HeldHandles &held, Accepts ac
 {
     for (Class cocoaClass = [object class]; cocoaClass; cocoaClass = [cocoaClass superclass]) {
         REALobject wrapper = held.hold(NewInstanceNamedAfter(cocoaClass));
-        const bool accepted = wrapper && accepts();
-        if (accepted)
+        if (wrapper && accepts()) {
             Carry(wrapper, object);
-        if (accepted)
             return wrapper;
+        }
         held.keep(wrapper);
     }
     return nullptr;
