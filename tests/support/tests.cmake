@@ -19,15 +19,18 @@ function(compile_as_test target)
   target_precompile_headers(${target} REUSE_FROM test_headers)
 endfunction()
 
-# add_test_program(NAME source... [PLAIN] [LIBRARIES library...])
+# add_test_program(NAME source... [PLAIN|OWN_MAIN] [LIBRARIES library...])
 #
 # A program of tests. Its main function runs every case in a process and with a defaults folder of the case's own
-# (tests/support/runner/runner.h). PLAIN programs do not start Cocoa before.
+# (tests/support/runner/runner.h). PLAIN programs do not start Cocoa before; the
+# main function can be among the sources, too.
 function(add_test_program name)
-  cmake_parse_arguments(PARSE_ARGV 1 test "PLAIN" "" "LIBRARIES")
+  cmake_parse_arguments(PARSE_ARGV 1 test "PLAIN;OWN_MAIN" "" "LIBRARIES")
   set(main cocoa_test_main)
   if(test_PLAIN)
     set(main plain_test_main)
+  elseif(test_OWN_MAIN)
+    set(main test_runner)
   endif()
   add_executable(${name} ${test_UNPARSED_ARGUMENTS})
   target_link_libraries(${name} PRIVATE ${test_LIBRARIES} ${main})
