@@ -25,8 +25,7 @@ REALarray arrayForKey(REALobject self, REALstring key)
 // The shape of both setters.
 static void SetArray(REALobject self, REALstring key, REALarray values, NSArray *(*convert)(REALarray, HeldHandles &))
 {
-    guarded([=](HeldHandles &held) {
-        NSString *name = TextOf(key);
+    guardedWith(key, [=](NSString *name, HeldHandles &held) {
         NSArray *array = convert(values, held);
         [defaultsOf(self) setObject:array forKey:name];
     });

@@ -24,3 +24,14 @@ inline NSUserDefaults *defaultsOf(REALobject self)
 {
     return *DefaultsWord(self);
 }
+
+// A guarded body with a key, or another name, as a text of Cocoa. It is converted inside the guard, and before the body
+// asks for the carried object.
+template <typename Body>
+auto guardedWith(REALstring name, Body body)
+{
+    if constexpr (std::is_invocable_v<Body, NSString *, HeldHandles &>)
+        return guarded([=](HeldHandles &held) { return body(TextOf(name), held); });
+    else
+        return guarded([=] { return body(TextOf(name)); });
+}

@@ -13,42 +13,27 @@ RBBoolean synchronize(REALobject self)
 
 void removeObjectForKey(REALobject self, REALstring defaultName)
 {
-    guarded([=] {
-        NSString *name = TextOf(defaultName);
-        [defaultsOf(self) removeObjectForKey:name];
-    });
+    guardedWith(defaultName, [=](NSString *name) { [defaultsOf(self) removeObjectForKey:name]; });
 }
 
 void removeVolatileDomainForName(REALobject self, REALstring domainName)
 {
-    guarded([=] {
-        NSString *name = TextOf(domainName);
-        [defaultsOf(self) removeVolatileDomainForName:name];
-    });
+    guardedWith(domainName, [=](NSString *name) { [defaultsOf(self) removeVolatileDomainForName:name]; });
 }
 
 void removePersistentDomainForName(REALobject self, REALstring domainName)
 {
-    guarded([=] {
-        NSString *name = TextOf(domainName);
-        [defaultsOf(self) removePersistentDomainForName:name];
-    });
+    guardedWith(domainName, [=](NSString *name) { [defaultsOf(self) removePersistentDomainForName:name]; });
 }
 
 void addSuiteNamed(REALobject self, REALstring suiteName)
 {
-    guarded([=] {
-        NSString *name = TextOf(suiteName);
-        [defaultsOf(self) addSuiteNamed:name];
-    });
+    guardedWith(suiteName, [=](NSString *name) { [defaultsOf(self) addSuiteNamed:name]; });
 }
 
 void removeSuiteNamed(REALobject self, REALstring suiteName)
 {
-    guarded([=] {
-        NSString *name = TextOf(suiteName);
-        [defaultsOf(self) removeSuiteNamed:name];
-    });
+    guardedWith(suiteName, [=](NSString *name) { [defaultsOf(self) removeSuiteNamed:name]; });
 }
 
 void registerDefaults(REALobject self, REALdictionary dictionary)
@@ -67,16 +52,12 @@ REALdictionary dictionaryRepresentation(REALobject self)
 
 RBBoolean objectIsForcedForKey(REALobject self, REALstring key)
 {
-    return guarded([=] {
-        NSString *name = TextOf(key);
-        return RBBoolean([defaultsOf(self) objectIsForcedForKey:name]);
-    });
+    return guardedWith(key, [=](NSString *name) { return RBBoolean([defaultsOf(self) objectIsForcedForKey:name]); });
 }
 
 RBBoolean objectIsForcedForKey2(REALobject self, REALstring key, REALstring domain)
 {
-    return guarded([=] {
-        NSString *name = TextOf(key);
+    return guardedWith(key, [=](NSString *name) {
         NSString *domainName = TextOf(domain);
         return RBBoolean([defaultsOf(self) objectIsForcedForKey:name inDomain:domainName]);
     });
@@ -84,8 +65,7 @@ RBBoolean objectIsForcedForKey2(REALobject self, REALstring key, REALstring doma
 
 void setPersistentDomain(REALobject self, REALdictionary domain, REALstring domainName)
 {
-    guarded([=](HeldHandles &held) {
-        NSString *name = TextOf(domainName);
+    guardedWith(domainName, [=](NSString *name, HeldHandles &held) {
         NSDictionary *values = NewNSDictionary(domain, held);
         [defaultsOf(self) setPersistentDomain:values forName:name];
     });
@@ -93,8 +73,7 @@ void setPersistentDomain(REALobject self, REALdictionary domain, REALstring doma
 
 void setVolatileDomain(REALobject self, REALdictionary domain, REALstring domainName)
 {
-    guarded([=](HeldHandles &held) {
-        NSString *name = TextOf(domainName);
+    guardedWith(domainName, [=](NSString *name, HeldHandles &held) {
         NSDictionary *values = NewNSDictionary(domain, held);
         [defaultsOf(self) setVolatileDomain:values forName:name];
     });
@@ -116,8 +95,7 @@ REALarray persistentDomainNames(REALobject self)
 
 REALdictionary persistentDomainForName(REALobject self, REALstring domainName)
 {
-    return guarded([=](HeldHandles &held) {
-        NSString *name = TextOf(domainName);
+    return guardedWith(domainName, [=](NSString *name, HeldHandles &held) {
         return NSDictionaryRB([defaultsOf(self) persistentDomainForName:name], held);
     });
 }
@@ -129,8 +107,7 @@ REALarray volatileDomainNames(REALobject self)
 
 REALdictionary volatileDomainForName(REALobject self, REALstring domainName)
 {
-    return guarded([=](HeldHandles &held) {
-        NSString *name = TextOf(domainName);
+    return guardedWith(domainName, [=](NSString *name, HeldHandles &held) {
         return NSDictionaryRB([defaultsOf(self) volatileDomainForName:name], held);
     });
 }

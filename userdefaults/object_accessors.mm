@@ -8,32 +8,26 @@
 
 REALmemoryBlock dataForKey(REALobject self, REALstring key)
 {
-    return guarded([=](HeldHandles &held) {
-        NSString *name = TextOf(key);
-        return NSDataRB([defaultsOf(self) dataForKey:name], held);
-    });
+    return guardedWith(
+        key, [=](NSString *name, HeldHandles &held) { return NSDataRB([defaultsOf(self) dataForKey:name], held); });
 }
 
 REALobject objectForKey(REALobject self, REALstring key)
 {
-    return guarded([=](HeldHandles &held) {
-        NSString *name = TextOf(key);
+    return guardedWith(key, [=](NSString *name, HeldHandles &held) {
         return NewVariantFromNSObject([defaultsOf(self) objectForKey:name], held);
     });
 }
 
 REALfolderItem fileForKey(REALobject self, REALstring key)
 {
-    return guarded([=](HeldHandles &held) {
-        NSString *name = TextOf(key);
-        return NSURLRBFile([defaultsOf(self) URLForKey:name], held);
-    });
+    return guardedWith(
+        key, [=](NSString *name, HeldHandles &held) { return NSURLRBFile([defaultsOf(self) URLForKey:name], held); });
 }
 
 void setFileForKey(REALobject self, REALstring key, REALfolderItem value)
 {
-    guarded([=] {
-        NSString *name = TextOf(key);
+    guardedWith(key, [=](NSString *name) {
         NSURL *url = NewNSURLfile(value);
         [defaultsOf(self) setURL:url forKey:name];
     });
@@ -41,8 +35,7 @@ void setFileForKey(REALobject self, REALstring key, REALfolderItem value)
 
 REALdictionary dictionaryForKey(REALobject self, REALstring key)
 {
-    return guarded([=](HeldHandles &held) {
-        NSString *name = TextOf(key);
+    return guardedWith(key, [=](NSString *name, HeldHandles &held) {
         return NSDictionaryRB([defaultsOf(self) dictionaryForKey:name], held);
     });
 }
@@ -51,8 +44,7 @@ REALdictionary dictionaryForKey(REALobject self, REALstring key)
 template <typename Value, typename Object>
 static void SetObject(REALobject self, REALstring key, Value value, Object (*convert)(Value, HeldHandles &))
 {
-    guarded([=](HeldHandles &held) {
-        NSString *name = TextOf(key);
+    guardedWith(key, [=](NSString *name, HeldHandles &held) {
         Object object = convert(value, held);
         [defaultsOf(self) setObject:object forKey:name];
     });

@@ -3,34 +3,22 @@
 
 int32_t integerForKey(REALobject self, REALstring key)
 {
-    return guarded([=] {
-        NSString *name = TextOf(key);
-        return [defaultsOf(self) integerForKey:name];
-    });
+    return guardedWith(key, [=](NSString *name) { return [defaultsOf(self) integerForKey:name]; });
 }
 
 void setIntegerForKey(REALobject self, REALstring key, int32_t value)
 {
-    guarded([=] {
-        NSString *name = TextOf(key);
-        [defaultsOf(self) setInteger:value forKey:name];
-    });
+    guardedWith(key, [=](NSString *name) { [defaultsOf(self) setInteger:value forKey:name]; });
 }
 
 float floatForKey(REALobject self, REALstring key)
 {
-    return guarded([=] {
-        NSString *name = TextOf(key);
-        return [defaultsOf(self) floatForKey:name];
-    });
+    return guardedWith(key, [=](NSString *name) { return [defaultsOf(self) floatForKey:name]; });
 }
 
 void setFloatForKey(REALobject self, REALstring key, float value)
 {
-    guarded([=] {
-        NSString *name = TextOf(key);
-        [defaultsOf(self) setFloat:value forKey:name];
-    });
+    guardedWith(key, [=](NSString *name) { [defaultsOf(self) setFloat:value forKey:name]; });
 }
 
 // The first systems have no doubles in their defaults: there a double is read and stored as a single.
@@ -47,8 +35,7 @@ double doubleForKey(REALobject self, REALstring key)
 
 void setDoubleForKey(REALobject self, REALstring key, double value)
 {
-    guarded([=] {
-        NSString *name = TextOf(key);
+    guardedWith(key, [=](NSString *name) {
         NSUserDefaults *defaults = defaultsOf(self);
         if ([defaults respondsToSelector:@selector(setDouble:forKey:)])
             [defaults setDouble:value forKey:name];
@@ -67,8 +54,5 @@ int32_t boolForKey(REALobject self, REALstring key)
 
 void setBoolForKey(REALobject self, REALstring key, int8_t value)
 {
-    guarded([=] {
-        NSString *name = TextOf(key);
-        [defaultsOf(self) setBool:static_cast<BOOL>(value) forKey:name];
-    });
+    guardedWith(key, [=](NSString *name) { [defaultsOf(self) setBool:static_cast<BOOL>(value) forKey:name]; });
 }

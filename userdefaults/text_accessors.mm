@@ -5,16 +5,13 @@
 
 REALstring stringForKey(REALobject self, REALstring key)
 {
-    return guarded([=](HeldHandles &held) {
-        NSString *name = TextOf(key);
-        return HostTextOf([defaultsOf(self) stringForKey:name], held);
-    });
+    return guardedWith(
+        key, [=](NSString *name, HeldHandles &held) { return HostTextOf([defaultsOf(self) stringForKey:name], held); });
 }
 
 void setStringForKey(REALobject self, REALstring key, REALstring value)
 {
-    guarded([=] {
-        NSString *name = TextOf(key);
+    guardedWith(key, [=](NSString *name) {
         NSString *text = TextOf(value);
         [defaultsOf(self) setObject:text forKey:name];
     });
@@ -22,8 +19,7 @@ void setStringForKey(REALobject self, REALstring key, REALstring value)
 
 REALstring URLForKey(REALobject self, REALstring key)
 {
-    return guarded([=](HeldHandles &held) {
-        NSString *name = TextOf(key);
+    return guardedWith(key, [=](NSString *name, HeldHandles &held) {
         return HostTextOf([[defaultsOf(self) URLForKey:name] absoluteString], held);
     });
 }
@@ -41,8 +37,7 @@ static NSURL *URLOfText(REALstring string)
 
 void setURLForKey(REALobject self, REALstring key, REALstring value)
 {
-    guarded([=] {
-        NSString *name = TextOf(key);
+    guardedWith(key, [=](NSString *name) {
         NSURL *url = URLOfText(value);
         [defaultsOf(self) setURL:url forKey:name];
     });
