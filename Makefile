@@ -21,6 +21,7 @@ build: configure ## the plug-in, the embedded host and everything beside them, i
 
 macos: configure ## the plug-in for 32-bit Intel macOS, build/macos-i386/NSUserDefaults.dylib
 	@$(build) macos
+	@cat build/macos-i386/NSUserDefaults.dylib.checked
 
 demo: configure ## a short tour of the class in the embedded host
 	@$(build) plughost NSUserDefaults family $(filter macos,$(PLUGIN))

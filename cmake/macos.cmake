@@ -85,17 +85,17 @@ if(WATCH)
 endif()
 
 # add_macos_plugin(TARGET OUTPUT OPTIMIZATION [ALL]): a target that makes the plug-in at one level of optimisation and
-# looks whether a system could load it.
+# looks whether a system could load it; what was looked at stands in OUTPUT.checked, and is printed when it is not right.
 function(add_macos_plugin target output optimization)
   # The name by which an application would find the plug-in beside its own program; 10.4 knows no @rpath.
   add_macos_library("${output}" OPTIMIZATION ${optimization} SOURCES ${product_sources}
     LINK -export _REALPluginMain -current_version ${PROJECT_VERSION}
       -install_name @executable_path/../Frameworks/NSUserDefaults.dylib)
   file(RELATIVE_PATH name "${PROJECT_SOURCE_DIR}/build" "${output}")
-  set(checked "${PROJECT_BINARY_DIR}/macos-objects/${name}/checked")
+  set(checked "${output}.checked")
   add_custom_command(OUTPUT "${checked}"
-    COMMAND "$<TARGET_FILE:check_dylib>" -symbols "${PROJECT_SOURCE_DIR}/tools/macho/symbols.txt" -export _REALPluginMain "${output}"
-    COMMAND "${CMAKE_COMMAND}" -E touch "${checked}"
+    COMMAND sh -c "\"$@\" >\"$0.new\" || { cat \"$0.new\"; exit 1; }; mv \"$0.new\" \"$0\"" "${checked}"
+      "$<TARGET_FILE:check_dylib>" -symbols "${PROJECT_SOURCE_DIR}/tools/macho/symbols.txt" -export _REALPluginMain "${output}"
     DEPENDS "${output}" check_dylib
     COMMENT "Checking ${name}" VERBATIM)
   add_custom_target(${target} ${ARGN} DEPENDS "${checked}")

@@ -4,6 +4,6 @@ set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 preset=$1
 shift
-quiet=()
-[ -t 1 ] || quiet=(-- --quiet)
-exec cmake --build --preset "$preset" --target "$@" "${quiet[@]}"
+build=(cmake --build --preset "$preset" --target "$@")
+[ ! -t 1 ] || exec "${build[@]}"
+"${build[@]}" -- --quiet | sed '/^ninja: no work to do\.$/d'
