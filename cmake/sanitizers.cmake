@@ -20,6 +20,9 @@ if(WATCH STREQUAL "sanitize" OR WATCH STREQUAL "fuzz-address")
   add_link_options(${sanitizer_flags} -shared-libasan "LINKER:-rpath,${clang_runtime}/lib/linux")
   cmake_language(DEFER CALL target_sources platform_gnustep PRIVATE "${PROJECT_SOURCE_DIR}/tools/suppressions/lsan.mm")
 elseif(WATCH STREQUAL "coverage")
+  # A compiler launcher may shorten the paths by which the report finds the sources.
+  cmake_language(DEFER CALL set_target_properties product_objects PROPERTIES
+    CXX_COMPILER_LAUNCHER "" OBJCXX_COMPILER_LAUNCHER "")
   # -fno-builtin-realloc: the counters let the compiler make realloc(nullptr) a malloc, which the tests that refuse memory
   # do not see.
   cmake_language(DEFER CALL target_compile_options product_objects PRIVATE -fprofile-instr-generate -fcoverage-mapping
