@@ -57,4 +57,5 @@ TEST_F(WrapperFunctions, GiveTheSharedWrapperOfAnObjectAgain)
     EXPECT_TRUE(second.sameHandle(first));
     EXPECT_EQ(first.lockCount(), 2);
     ForgetCarrier(object);
+    [object release]; // as the finaliser of a wrapper class does
 }
