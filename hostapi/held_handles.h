@@ -39,8 +39,10 @@ public:
     template <typename Handle>
     Handle keep(Handle handle)
     {
-        if (handle)
-            strikeOut(handle);
+        if (isNewest(handle)) // as the result of a call is
+            m_end--;
+        else if (handle)
+            keepOlder(handle);
         return handle;
     }
 
@@ -78,6 +80,8 @@ private:
             REALUnlockObject(reinterpret_cast<REALobject>(held.handle));
     }
 
+    bool isNewest(void *handle) const { return m_end != m_begin && m_end[-1].handle == handle; }
+
     // Whether it was held. Almost always it is the newest, else the newest takes its place.
     bool strikeOut(void *handle)
     {
@@ -96,6 +100,7 @@ private:
         return true;
     }
 
+    void keepOlder(void *handle);
     void growFor(void *handle, bool isString);
 
     static constexpr int32_t kFirstCapacity = 16; // some six levels of arrays and dictionaries

@@ -24,6 +24,11 @@ void HeldHandles::growFor(void *handle, bool isString)
     m_limit = larger + 2 * used;
 }
 
+void HeldHandles::keepOlder(void *handle)
+{
+    strikeOut(handle);
+}
+
 void HeldHandles::releaseTo(int32_t count)
 {
     while (m_end - m_begin > count) {

@@ -29,3 +29,13 @@ void RaiseOrThrowOn(id thrown)
         RaiseException("OutOfMemoryException", "Failed to allocate memory for a conversion.", 0);
     }
 }
+
+void RaiseOrThrowOn(id thrown, HeldHandles &held)
+{
+    @try {
+        RaiseOrThrowOn(thrown);
+    } @catch (Thrown) { // also when the family's exception library is missing and raising raises
+        held.releaseAll();
+        @throw;
+    }
+}

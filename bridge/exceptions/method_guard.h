@@ -2,7 +2,7 @@
 #pragma once
 
 #include "bridge/exceptions/cocoa_exception.h"
-#include "hostapi/held_handles.h"
+#include "hostapi/holding.h"
 
 #include <Foundation/Foundation.h>
 
@@ -13,7 +13,6 @@
 struct NoHandles {
     void hold(const void *) {}
     void keep(const void *) {}
-    void releaseAll() {}
 };
 
 template <typename Body>
@@ -38,7 +37,7 @@ auto RunBody(const Body &body, NoHandles &)
 //
 // Inside the body nothing may rely on a destructor, which the 32-bit runtime of macOS skips on its way here: Cocoa's
 // objects are autoreleased at once, host handles are held. The destructor of `held` is for exceptions of C++, which run
-// no handler; GNUstep's runtime runs it only where no handler beside it takes every object, so these take NSObjects.
+// no handler.
 template <typename Result, typename Body>
 Result guarded(Result neutral, Body body)
 {
@@ -50,13 +49,11 @@ Result guarded(Result neutral, Body body)
         if constexpr (std::is_pointer_v<Result>)
             held.keep(result);
         return result;
-    } @catch (NSObject *thrown) {
-        @try {
+    } @catch (Thrown thrown) {
+        if constexpr (TakesHandles<Body>)
+            RaiseOrThrowOn(thrown, held);
+        else
             RaiseOrThrowOn(thrown);
-        } @catch (NSObject *) { // also when the family's exception library is missing and raising raises
-            held.releaseAll();
-            @throw;
-        }
         if constexpr (std::is_pointer_v<Result>)
             held.keep(neutral);
     }

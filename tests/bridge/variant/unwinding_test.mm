@@ -23,6 +23,16 @@ using support::RaisingMethod;
 
 @end
 
+// Of no class of Cocoa's: a root class of its own, which knows no message.
+__attribute__((objc_root_class))
+@interface RootObject {
+    Class isa;
+}
+@end
+
+@implementation RootObject
+@end
+
 namespace {
 
 // Collections raise once, for one marked text: Foundation itself needs them on an exception's way.
@@ -230,20 +240,26 @@ TEST_P(Unwinding, AConversionAfterwardsIsAsIfNothingHadBeen)
     EXPECT_EQ(back.lookup("last").text(), "x");
 }
 
+id foreign;
+
 TEST_P(Unwinding, AnObjectThatIsNoExceptionPassesThroughAndLocksAreLetGo)
 {
     support::CocoaMethod throwing("NSData", "dataWithBytes:length:", MethodOf::Class,
-                                  bodyOf([](id, SEL, const void *, unsigned) -> id { @throw @"foreign"; }));
+                                  bodyOf([](id, SEL, const void *, unsigned) -> id { @throw foreign; }));
     Value value = nested(Value::memoryBlock("bytes"), 5);
     const host::MethodDescription &setter = method("setVariantValue");
     Value key = "key";
-    id caught = nil;
-    @try {
-        reinterpret_cast<void (*)(void *, void *, void *)>(setter.function)(carrier().handle(), key.handle(),
-                                                                            value.handle());
-    } @catch (id thrown) {
-        caught = thrown;
+    for (id object : {id(@"foreign"), class_createInstance(objc_getClass("RootObject"), 0)}) {
+        foreign = object;
+        id caught = nil;
+        @try {
+            reinterpret_cast<void (*)(void *, void *, void *)>(setter.function)(carrier().handle(), key.handle(),
+                                                                                value.handle());
+        } @catch (id thrown) {
+            caught = thrown;
+        }
+        EXPECT_EQ(caught, foreign);
+        EXPECT_EQ(timesSent(), 0);
+        EXPECT_TRUE(host.imbalances().empty()) << "of class " << object_getClassName(foreign);
     }
-    EXPECT_EQ(caught, @"foreign");
-    EXPECT_EQ(timesSent(), 0);
 }
