@@ -10,6 +10,7 @@
 #import <Foundation/Foundation.h>
 
 #include <algorithm>
+#include <functional>
 #include <optional>
 
 @interface ValidationObserver : NSObject {
@@ -139,17 +140,28 @@ static std::vector<std::string> entriesCalledBy(const Row &row)
     return called;
 }
 
+// Runs the row; the host does this at the start of each call of the entry point, where the intruder must have come in.
+static void runIntruded(
+    const Row &row, const std::string &entry, Intruder &intruder, const std::function<void()> &beforeCall,
+    const std::function<void()> &afterwards = [] {})
+{
+    World world;
+    runRow(
+        row, world, Throwing::Nothing, [&] { theHost().beforeCall(entry, beforeCall); },
+        [&] {
+            afterwards();
+            theHost().beforeCall(entry, nullptr);
+        });
+    expect(intruder.visits() > 0, entry + " is not called again");
+    intruder.expectUndisturbed();
+}
+
 // The host calls back in at the start of each call of each entry point that the row uses, one entry after the other.
 static void intrudeThroughEntries(const Row &row)
 {
     for (const std::string &entry : entriesCalledBy(row)) {
         Intruder intruder;
-        World world;
-        runRow(
-            row, world, Throwing::Nothing, [&] { theHost().beforeCall(entry, [&] { intruder.comeIn(); }); },
-            [&] { theHost().beforeCall(entry, nullptr); });
-        expect(intruder.visits() > 0, entry + " is not called again");
-        intruder.expectUndisturbed();
+        runIntruded(row, entry, intruder, [&] { intruder.comeIn(); });
     }
 }
 
@@ -175,15 +187,7 @@ static void interleaveAtEntries(const Row &row)
                     intruder.comeIn();
                 });
         };
-        World world;
-        runRow(
-            row, world, Throwing::Nothing, [&] { theHost().beforeCall(entry, handOver); },
-            [&] {
-                other.finish();
-                theHost().beforeCall(entry, nullptr);
-            });
-        expect(intruder.visits() > 0, entry + " is not called again");
-        intruder.expectUndisturbed();
+        runIntruded(row, entry, intruder, handOver, [&] { other.finish(); });
     }
 }
 
@@ -195,12 +199,7 @@ static void leaveInnerCalls(const Row &row, const Leaving &leaving)
         if (entry.find("Unlock") != std::string::npos)
             continue;
         Intruder intruder(&leaving);
-        World world;
-        runRow(
-            row, world, Throwing::Nothing, [&] { theHost().beforeCall(entry, [&] { intruder.comeIn(); }); },
-            [&] { theHost().beforeCall(entry, nullptr); });
-        expect(intruder.visits() > 0, entry + " is not called again");
-        intruder.expectUndisturbed();
+        runIntruded(row, entry, intruder, [&] { intruder.comeIn(); });
     }
 }
 
