@@ -7,8 +7,7 @@ namespace plughost {
 
 // For a program that is executed afterwards. What the caller's environment sets already is left as it is, except that a
 // defaults folder, when one is given (it is made if missing), always takes the place of the one in the configuration;
-// child processes inherit it. Throws UsageError for a folder that cannot be
-// used.
+// child processes inherit it. Throws UsageError for a folder that cannot be used.
 void prepareEnvironment(const std::string &defaultsDir);
 
 } // namespace plughost
