@@ -1,6 +1,9 @@
 // Runs a checked program by walking its tree.
 #pragma once
 
+#include <cstdio>
+#include <functional>
+
 #include "host/script/raised.h"
 #include "host/script/syntax.h"
 
@@ -8,8 +11,8 @@ namespace script {
 
 class Interpreter {
 public:
-    // With `echoes`, the value of an expression that stands alone is printed.
-    explicit Interpreter(bool echoes) : _echoes(echoes) {}
+    // `show` gets the value of an expression that stands alone.
+    explicit Interpreter(std::function<void(const host::Value &)> show = nullptr) : _show(std::move(show)) {}
 
     // Throws Raised and AssertionFailed. The program must outlive the interpreter's objects of its classes.
     void run(const Program &program);
@@ -93,13 +96,16 @@ private:
     bool leaves(Flow &flow, LoopKind kind, const Place &place);
     const ClassDefinition *definitionOf(const host::Value &object) const;
 
-    bool _echoes;
+    std::function<void(const host::Value &)> _show;
     std::vector<host::Value> _globals;
     std::vector<const ClassDefinition *> _classes;
     Frame *_frame = nullptr;
     int _depth = 0;
     LoopKind _leaving = LoopKind::Any; // of the Exit or Continue that is under way
 };
+
+// Whatever bytes it has.
+void writeLine(FILE *stream, std::string line);
 
 // What an operator makes of two values; `type` is the type of the result.
 host::Value operated(Operator operation, const host::Value &left, const host::Value &right, const Type &type,

@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <cstdio>
 
 #include "host/script/interpreter.h"
 #include "host/script/interruption.h"
@@ -52,10 +51,10 @@ Interpreter::Flow Interpreter::run(const Statement &statement)
     return std::visit([&](const auto &node) { return visit(node, statement.place); }, statement.node);
 }
 
-static void say(std::string line)
+void writeLine(FILE *stream, std::string line)
 {
     line += '\n';
-    fwrite(line.data(), 1, line.size(), stdout);
+    fwrite(line.data(), 1, line.size(), stream);
 }
 
 // --- Simple statements ---------------------------------------------------------------------------------------------
@@ -90,14 +89,14 @@ Interpreter::Flow Interpreter::visit(const Assignment &assignment, const Place &
 Interpreter::Flow Interpreter::visit(const Evaluation &evaluation, const Place &)
 {
     Value value = evaluate(*evaluation.expression);
-    if (_echoes && !evaluation.ignoresResult && !isNothing(evaluation.expression->type))
-        say(value.describe());
+    if (_show && !evaluation.ignoresResult && !isNothing(evaluation.expression->type))
+        _show(value);
     return Flow::Onward;
 }
 
 Interpreter::Flow Interpreter::visit(const Print &print, const Place &)
 {
-    say(print.text ? evaluate(*print.text, typeNamed("String")).text() : "");
+    writeLine(stdout, print.text ? evaluate(*print.text, typeNamed("String")).text() : "");
     return Flow::Onward;
 }
 

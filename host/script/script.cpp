@@ -120,7 +120,7 @@ bool runProgram(const std::string &name, const std::string &text)
     Source source;
     std::unique_ptr<Program> program;
     Symbols symbols;
-    Interpreter interpreter(false);
+    Interpreter interpreter;
     Running running;
     bool isDone = reporting([&] {
         source = sourceOf(name, text);
@@ -136,16 +136,23 @@ bool runProgram(const std::string &name, const std::string &text)
 // --- Conversations -------------------------------------------------------------------------------------------------
 
 struct Conversation::State {
+    explicit State(Show show) : interpreter(std::move(show)) {}
+
     LanguageRules rules;
     // Everything that was entered stays, since methods and messages refer to it.
     std::deque<Source> sources;
     std::vector<std::unique_ptr<Program>> programs;
     Symbols symbols;
-    Interpreter interpreter{true};
+    Interpreter interpreter;
     size_t mistakenLine = 0;
 };
 
-Conversation::Conversation() : _state(std::make_unique<State>()) {}
+void printValue(const host::Value &value)
+{
+    writeLine(stdout, value.describe());
+}
+
+Conversation::Conversation(Show show) : _state(std::make_unique<State>(std::move(show))) {}
 
 Conversation::~Conversation()
 {

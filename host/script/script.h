@@ -3,9 +3,12 @@
 // The plug-ins must be loaded before, since their classes are part of what a program is checked against.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
+
+#include "host/value.h"
 
 namespace script {
 
@@ -13,10 +16,15 @@ namespace script {
 // not catch, goes to standard error, with the calls that led there. False when anything did.
 bool runProgram(const std::string &name, const std::string &text);
 
-// Lines that share their variables, methods and classes. The value of an expression that stands alone is printed.
+// For people, on standard output.
+void printValue(const host::Value &value);
+
+// Lines that share their variables, methods and classes.
 class Conversation {
 public:
-    Conversation();
+    using Show = std::function<void(const host::Value &)>;
+    // `show` gets the value of an expression that stands alone.
+    explicit Conversation(Show show = printValue);
     ~Conversation();
 
     enum class Answer { Done, Failed, Mistaken, WantsMore };

@@ -1,244 +1,161 @@
 // plughost tour [PART]
 #include <cstdio>
 #include <memory>
+#include <sstream>
 
+#include "ground.h"
+#include "host/plughost/commands/tour_text.h"
 #include "host/plughost/errors.h"
 #include "host/plughost/json_value.h"
 #include "host/plughost/program.h"
-#include "host/plughost/transcript.h"
+#include "host/plughost/text_value.h"
+#include "host/script/script.h"
+#include "host/script/text_functions.h"
 
 namespace plughost {
 
 namespace {
 
-// One walk through the class. Domain names stand in the text, so the tour has its own application.
+// Domain names stand in the text, so the tour has its own application.
 const char kDomain[] = "Tour";
 
-struct Tour {
-    Session &session;
-    Transcript out;
-    Term d;
+// A value as host code writes it, where it can be written.
+std::string spelled(const host::Value &value)
+{
+    if (value.isNil())
+        return "Nil";
+    if (value.isString())
+        return value.describe();
+    if (value.kind() == host::Value::Kind::Boolean)
+        return value.boolean() ? "True" : "False";
+    if (value.isA("RuntimeException"))
+        return value.className() + ": " + value.property("Message").text();
+    for (const char *className : {"MemoryBlock", "FolderItem", "Date"})
+        if (value.isA(className))
+            return className + (" " + textOfValue(value));
+    return textOfValue(value);
+}
 
-    explicit Tour(Session &session) : session(session), out(session.host()), d("d", session.defaults()) {}
+std::string outputOf(const std::string &commandLine)
+{
+    FILE *pipe = popen(commandLine.c_str(), "r");
+    if (!pipe)
+        return "cannot run " + commandLine;
+    std::string output;
+    char buffer[512];
+    while (size_t length = fread(buffer, 1, sizeof buffer, pipe))
+        output.append(buffer, length);
+    pclose(pipe);
+    while (!output.empty() && output.back() == '\n')
+        output.pop_back();
+    return output;
+}
 
-    void defaultsObject()
+class Tour {
+public:
+    void walk(const std::string &text)
     {
-        out.heading("The defaults object");
-        out.dimShared("d", kClassName, kClassName, "standardUserDefaults");
-        out.showSame(d, kClassName, "standardUserDefaults");
-        out.showRaised(d, "Constructor", {},
-                       "UnsupportedOperationException: Constructor called too often. Object is already initialized.");
-        out.showShared(kClassName, "NSGlobalDomain", "\"NSGlobalDomain\"");
-        out.showShared(kClassName, "NSArgumentDomain", "\"NSArgumentDomain\"");
-        out.showShared(kClassName, "NSRegistrationDomain", "\"NSRegistrationDomain\"");
-        out.showShared(kClassName, "NSUserDefaultsDidChangeNotification", "\"NSUserDefaultsDidChangeNotification\"");
+        std::istringstream lines(text);
+        for (std::string line; std::getline(lines, line);) {
+            size_t mark = std::min(line.find(" -> "), line.find(" !> "));
+            std::string code = line.substr(0, mark), expected = mark < line.size() ? line.substr(mark + 4) : "";
+            if (line[0] == '#')
+                printf("\n%s\n", line.substr(2).c_str());
+            else if (line[0] == '$')
+                runCommand(line, lines);
+            else if (mark == std::string::npos)
+                print(line), run(line);
+            else if (line[mark + 1] == '-')
+                show(code, run("(" + code + ")"), expected);
+            else
+                showRaised(code, run("Try\n" + code + "\nCatch e As RuntimeException\ne\nEnd Try"), expected);
+        }
     }
 
-    void numbers()
+    // Runs host code without showing it, and gives what its expression gave.
+    std::string run(const std::string &code)
     {
-        out.heading("Numbers and booleans");
-        out.assign(d, "integerForKey", {"Runs"}, 5);
-        out.assign(d, "integerForKey", {"Lowest"}, -2147483647 - 1);
-        out.show(d, "integerForKey", {"Runs"}, "5");
-        out.show(d, "integerForKey", {"Lowest"}, "-2147483648");
-        out.show(d, "integerForKey", {"Missing"}, "0");
-        out.assign(d, "floatForKey", {"Zoom"}, single(1.5f));
-        out.run(d, "setFloatValue", {"Gain", single(0.1f)});
-        out.show(d, "floatForKey", {"Zoom"}, "1.5");
-        out.show(d, "floatForKey", {"Gain"}, "0.1");
-        out.assign(d, "doubleForKey", {"Latitude"}, 52.520008);
-        out.run(d, "setDoubleValue", {"Tiny", 1e-300});
-        out.show(d, "doubleForKey", {"Latitude"}, "52.520008");
-        out.show(d, "doubleForKey", {"Tiny"}, "1e-300");
-        out.assign(d, "boolForKey", {"Sound"}, true);
-        out.run(d, "setBoolValue", {"Hints", false});
-        out.show(d, "boolForKey", {"Sound"}, "True");
-        out.show(d, "boolForKey", {"Hints"}, "False");
+        _value.clear();
+        using Answer = script::Conversation::Answer;
+        _failures += _conversation.enter(code + "\n") != Answer::Done;
+        return _value;
     }
 
-    void text()
+    void show(const std::string &code, const std::string &result, const std::string &expected)
     {
-        out.heading("Text and URLs");
-        out.assign(d, "stringForKey", {"Title"}, "Says \"hello\"");
-        out.run(d, "setStringValue", {"City", "Zürich"});
-        out.show(d, "stringForKey", {"Title"}, "\"Says \"\"hello\"\"\"");
-        out.show(d, "stringForKey", {"City"}, "\"Zürich\"");
-        out.assign(d, "URLForKey", {"Home"}, "http://example.com/a?b=c");
-        out.run(d, "setURLValue", {"Mail", "mailto:ada@example.com"});
-        out.show(d, "URLForKey", {"Home"}, "\"http://example.com/a?b=c\"");
-        out.show(d, "URLForKey", {"Mail"}, "\"mailto:ada@example.com\"");
-        out.run(d, "removeObjectForKey", {"Mail"});
-        out.show(d, "URLForKey", {"Mail"}, "\"\"");
+        size_t used = script::charactersOf(code).size();
+        print(code + std::string(used < kResultColumn ? kResultColumn - used : 1, ' ') + "-> " + result);
+        compare(result, expected);
     }
 
-    void roundTrip()
+    int failures() const { return _failures; }
+
+private:
+    static constexpr size_t kResultColumn = 62;
+
+    static void print(std::string text)
     {
-        out.heading("The same database, seen by the system's defaults tool");
-        out.show(d, "synchronize", {}, "True");
-        out.command("defaults read Tour Runs", "Tour Runs 5");
-        out.command("defaults read Tour City", "Tour City Zürich");
-        out.command("defaults read Tour Zoom", "Tour Zoom 1.5");
-        out.command("defaults write Tour Visitor 'Ada Lovelace'", "");
-        out.show(d, "synchronize", {}, "True");
-        out.show(d, "stringForKey", {"Visitor"}, "\"Ada Lovelace\"");
-        out.assign(d, "stringForKey", {"Greeting"}, "grüß dich 👋");
-        out.show(d, "synchronize", {}, "True");
-        out.show(d, "stringForKey", {"Greeting"}, "\"grüß dich 👋\"");
-        out.command("defaults read Tour Greeting", "Tour Greeting 'grüß dich 👋'");
+        for (size_t at = 0; (at = text.find('\n', at)) != std::string::npos; at += 5)
+            text.insert(at + 1, "    ");
+        printf("    %s\n", text.c_str());
     }
 
-    void window()
+    void compare(const std::string &result, const std::string &expected)
     {
-        out.heading("A window's settings in a Dictionary");
-        Term w = out.dimDictionary("w");
-        out.put(w, "title", "Main");
-        out.put(w, "frame", array({40, 60, 800, 600}));
-        out.put(w, "open", true);
-        out.assign(d, "dictionaryForKey", {"Window"}, w);
-        out.show(d, "dictionaryForKey", {"Window"}, R"({"frame":[40,60,800,600],"open":true,"title":"Main"})");
-        out.show(d, "synchronize", {}, "True");
-        out.command("defaults read Tour Window", "Tour Window '{\n    frame = (\n\t40,\n\t60,\n\t800,\n\t600\n    );\n"
-                                                 "    open = 1;\n    title = Main;\n}'");
+        if (result == expected)
+            return;
+        _failures++;
+        print("*** expected: " + expected);
     }
 
-    void memoryBlock()
+    void showRaised(const std::string &code, const std::string &raised, const std::string &expected)
     {
-        out.heading("Bytes in a MemoryBlock");
-        Term m = out.dimMemoryBlock("m", std::string("\x00\xff\x10", 3));
-        out.assign(d, "dataForKey", {"Signature"}, m);
-        out.show(d, "dataForKey", {"Signature"}, "MemoryBlock 00ff10");
-        out.show(d, "synchronize", {}, "True");
-        out.command("defaults read Tour Signature", "Tour Signature <00ff10>");
+        print(code);
+        print("  raises " + (raised.empty() ? "nothing" : raised));
+        compare(raised, expected);
     }
 
-    void file()
+    void runCommand(const std::string &line, std::istringstream &expectedLines)
     {
-        out.heading("A file");
-        out.assign(d, "fileForKey", {"Log"}, folderItem("/etc/hosts"));
-        out.show(d, "fileForKey", {"Log"}, "FolderItem /etc/hosts");
-        out.show(d, "synchronize", {}, "True");
-        out.command("defaults read Tour Log", "Tour Log /etc/hosts");
+        static const std::string tool = "$ defaults ";
+        std::string expected;
+        for (std::string each; expectedLines.peek() == '|' && std::getline(expectedLines, each);)
+            expected += (expected.empty() ? "" : "\n") + each.substr(1);
+        print(line);
+        std::string output = outputOf("'" + std::string(kDefaultsTool) + "' " + line.substr(tool.size()) + " 2>&1");
+        if (!output.empty())
+            print(output);
+        compare(output, expected);
     }
 
-    void arrays()
-    {
-        out.heading("Arrays");
-        out.run(d, "setStringArrayValue", {"Recent", stringArray({"one.txt", "two words.txt"})});
-        out.show(d, "stringArrayForKey", {"Recent"}, R"(["one.txt","two words.txt"])");
-        Term noon = out.dimDate("noon", 2012, 2, 29, 12, 0, 0);
-        out.run(d, "setArrayValue", {"Mixed", array({1, 0.5, "text", true, noon})});
-        out.show(d, "arrayForKey", {"Mixed"}, R"([1,0.5,"text",true,{"$date":"2012-02-29T12:00:00"}])");
-        out.show(d, "synchronize", {}, "True");
-        out.command("defaults read Tour Recent", "Tour Recent '(\n    \"one.txt\",\n    \"two words.txt\"\n)'");
-    }
-
-    void variants()
-    {
-        out.heading("Any value as a Variant");
-        Term noon = out.dimDate("noon", 2012, 2, 29, 12, 0, 0);
-        out.assign(d, "variantForKey", {"LastRun"}, noon);
-        out.show(d, "variantForKey", {"LastRun"}, "Date 2012-02-29T12:00:00");
-        out.assign(d, "variantForKey", {"Choice"}, 7);
-        out.show(d, "variantForKey", {"Choice"}, "7");
-        out.show(d, "variantForKey", {"Missing"}, "Nil");
-        out.show(d, "synchronize", {}, "True");
-        out.command("defaults read Tour LastRun", "Tour LastRun '2012-02-29 12:00:00 +0000'");
-        out.command("defaults read Tour Choice", "Tour Choice 7");
-    }
-
-    void suites()
-    {
-        out.heading("A suite: values that several applications share");
-        Term s = out.dimDictionary("s");
-        out.put(s, "Theme", "dark");
-        out.run(d, "setPersistentDomain", {s, "TourSuite"});
-        out.show(d, "stringForKey", {"Theme"}, "\"\"");
-        out.run(d, "addSuiteNamed", {"TourSuite"});
-        out.show(d, "stringForKey", {"Theme"}, "\"dark\"");
-        out.show(d, "synchronize", {}, "True");
-        out.command("defaults read TourSuite Theme", "TourSuite Theme dark");
-        out.run(d, "removeSuiteNamed", {"TourSuite"});
-        out.show(d, "stringForKey", {"Theme"}, "\"\"");
-    }
-
-    void registered()
-    {
-        out.heading("Registered defaults: used until something is stored, never written");
-        Term r = out.dimDictionary("r");
-        out.put(r, "Columns", 80);
-        out.run(d, "registerDefaults", {r});
-        out.show(d, "integerForKey", {"Columns"}, "80");
-        out.show(d, "synchronize", {}, "True");
-        out.command("defaults read Tour Columns", "defaults read: couldn't read default");
-        out.assign(d, "integerForKey", {"Columns"}, 132);
-        out.show(d, "integerForKey", {"Columns"}, "132");
-        out.show(d, "synchronize", {}, "True");
-        out.command("defaults read Tour Columns", "Tour Columns 132");
-    }
-
-    void volatileDomain()
-    {
-        out.heading("A volatile domain: gone when the program ends");
-        Term v = out.dimDictionary("v");
-        out.put(v, "Started", "just now");
-        out.run(d, "setVolatileDomain", {v, "TourSession"});
-        out.show(d, "volatileDomainForName", {"TourSession"}, R"({"Started":"just now"})");
-        out.show(d, "synchronize", {}, "True");
-        out.command("defaults read TourSession", "");
-        out.run(d, "removeVolatileDomainForName", {"TourSession"});
-        out.show(d, "volatileDomainForName", {"TourSession"}, "Nil");
-    }
-
-    void dump()
-    {
-        out.heading("Everything at once");
-        Term own = out.dim("own", "Dictionary", d, "persistentDomainForName", {kDomain});
-        out.fact("own.Count = 8", own.value.count() == 8);
-        out.command("defaults read Tour | grep -c '^Tour '", "8");
-        out.fact("own.HasKey(\"Window\")", own.value.hasKey("Window"));
-        out.fact("own.HasKey(\"TourSession\")", own.value.hasKey("TourSession"), false);
-        Term all = out.dim("all", "Dictionary", d, "dictionaryRepresentation");
-        out.remark("every domain of the search list in one Dictionary");
-        out.fact("all.Count > own.Count", all.value.count() > own.value.count());
-        for (int32_t i = 0; i < own.value.count(); i++)
-            sameInBoth(own.value.keyAt(i).text(), own.value, all.value);
-    }
-
-    void sameInBoth(const std::string &key, const host::Value &own, const host::Value &all)
-    {
-        std::string lookup = ".Value(\"" + key + "\")";
-        out.fact("all" + lookup + " = own" + lookup, jsonOf(all.lookup(key)) == jsonOf(own.lookup(key)));
-    }
-
-    void basics()
-    {
-        defaultsObject();
-        numbers();
-        text();
-        roundTrip();
-    }
-
-    void values()
-    {
-        window();
-        memoryBlock();
-        file();
-        arrays();
-        variants();
-        suites();
-        registered();
-        volatileDomain();
-        dump();
-    }
+    std::string _value; // of the expression that was run last
+    int _failures = 0;
+    script::Conversation _conversation{[this](const host::Value &value) { _value = spelled(value); }};
 };
+
+// Collections are equal by what they hold, which host code would have to look at piece by piece.
+void compareDomains(Session &session, Tour &tour)
+{
+    host::Value own = session.call("persistentDomainForName", {kDomain});
+    host::Value all = session.call("dictionaryRepresentation");
+    for (int32_t i = 0; i < own.count(); i++) {
+        std::string lookup = ".Value(\"" + own.keyAt(i).text() + "\")";
+        bool isSame = jsonOf(all.lookup(own.keyAt(i))) == jsonOf(own.lookup(own.keyAt(i)));
+        tour.show("all" + lookup + " = own" + lookup, spelled(isSame), "True");
+    }
+}
 
 void runTour(Session &session, const std::string &part)
 {
     printf("A host that reports version %s\n", session.host().profile().name.c_str());
-    Tour tour(session);
-    part == "basics" ? tour.basics() : tour.values();
-    if (int failures = tour.out.failures())
-        throw InputError("lines of the tour that are not as expected: " + std::to_string(failures));
+    session.defaults();
+    Tour tour;
+    tour.run("Dim d As NSUserDefaultsKTZ = NSUserDefaultsKTZ.standardUserDefaults");
+    tour.walk(part == "basics" ? kTourBasics : kTourValues);
+    if (part == "values")
+        compareDomains(session, tour);
+    if (tour.failures())
+        throw InputError("lines of the tour that are not as expected: " + std::to_string(tour.failures()));
 }
 
 } // namespace

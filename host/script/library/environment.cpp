@@ -1,7 +1,7 @@
 // What a program can tell of the system and the host that it runs on, and how it speaks to people.
 #include <chrono>
-#include <cstdio>
 
+#include "host/script/interpreter.h"
 #include "host/script/library.h"
 
 namespace script {
@@ -56,12 +56,6 @@ Value gestalt(A arguments, At)
     return Value(isKnown);
 }
 
-void writeLine(FILE *stream, const Value &text)
-{
-    std::string line = text.text() + "\n";
-    fwrite(line.data(), 1, line.size(), stream);
-}
-
 constexpr int kFirstButton = 1;
 
 } // namespace
@@ -73,19 +67,19 @@ LibraryRows hostRows()
         {"Microseconds As Double", microseconds},
         {"MsgBox(text As String)",
          [](A a, At) {
-             writeLine(stdout, a[0]);
+             writeLine(stdout, a[0].text());
              return Value();
          }},
         {"MsgBox(text As String, buttons As Integer, Optional title As String) As Integer",
          [](A a, At) {
-             writeLine(stdout, a[0]);
+             writeLine(stdout, a[0].text());
              return Value(kFirstButton);
          }},
         {"RBVersion As Double", [](A, At) { return Value(version()); }},
         {"RBVersionString As String", [](A, At) { return Value(versionText()); }},
         {"Shared System.DebugLog(text As String)",
          [](A a, At) {
-             writeLine(stderr, a[0]);
+             writeLine(stderr, a[0].text());
              return Value();
          }},
         {"Shared System.Gestalt(selector As String, ByRef response As Integer) As Boolean", gestalt},
