@@ -1,6 +1,7 @@
-// Reading bytes that may be damaged, and writing bytes: everything is little-endian, as on Intel.
+// Reading bytes that may be damaged, and writing bytes: everything is little-endian, as on Intel, where this runs, too.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -45,6 +46,23 @@ public:
     uint8_t u8(uint64_t offset, const char *what) const { return *at(offset, 1, what); }
     uint16_t u16(uint64_t offset, const char *what) const;
     uint32_t u32(uint64_t offset, const char *what) const { return load32(at(offset, 4, what)); }
+    // A record of the format, as it lies in the file.
+    template <class Record>
+    Record record(uint64_t offset, const char *what) const
+    {
+        Record record;
+        std::memcpy(&record, at(offset, sizeof record, what), sizeof record);
+        return record;
+    }
+    // Records one behind the other.
+    template <class Record>
+    std::vector<Record> records(uint64_t offset, uint32_t count, const char *what) const
+    {
+        ByteView all = slice(offset, uint64_t{count} * sizeof(Record), what);
+        std::vector<Record> list(count);
+        std::copy_n(all.first, all.length, reinterpret_cast<uint8_t *>(list.data()));
+        return list;
+    }
     // A number in the variable-length form; the offset is moved behind it.
     uint32_t uleb(uint64_t &offset, const char *what) const;
     int32_t sleb(uint64_t &offset, const char *what) const;

@@ -18,9 +18,8 @@ struct CommonRecord {
 
 class Parser {
 public:
-    Parser(const ObjectFile &object, const Section &section)
-        : section(section), where(object.describe(section)),
-          bytes(where, section.contents.data(), section.contents.size())
+    Parser(const std::string &where, uint32_t address, const ByteView &bytes)
+        : where(where), address(address), bytes(bytes)
     {
     }
     CallFrameTable parse();
@@ -35,20 +34,15 @@ private:
     void addPointer(uint32_t record, uint64_t offset, uint8_t encoding, CallFramePointer::Kind kind);
 
     static constexpr const char *what = "a call frame record";
-    const Section &section;
-    std::string where;
-    ByteView bytes;
+    const std::string &where;
+    const uint32_t address;
+    const ByteView bytes;
     std::map<uint32_t, CommonRecord> commonRecords;
     CallFrameTable table;
 };
 
 CallFrameTable Parser::parse()
 {
-    // Differences inside the table are settled already; an address from elsewhere would have to be written by the
-    // loader.
-    for (const Relocation &relocation : section.relocations)
-        if (relocation.type == GENERIC_RELOC_VANILLA)
-            refuse(relocation.offset, "a text relocation would be needed");
     for (uint32_t record = 0; record < bytes.size();) {
         uint32_t length = bytes.u32(record, what);
         if (length == 0)
@@ -82,8 +76,9 @@ void Parser::parseCommon(uint32_t record, uint64_t end)
     at += augmentation.size() + 1;
     bytes.uleb(at, what); // code alignment
     bytes.sleb(at, what); // data alignment
+    table.records.back().returnRegister = static_cast<uint32_t>(at);
     if (version == 1)
-        at++; // the return address register
+        at++;
     else
         bytes.uleb(at, what);
     if (!augmentation.empty()) {
@@ -107,6 +102,7 @@ void Parser::parseCommon(uint32_t record, uint64_t end)
     }
     if (at > end)
         refuse(record, "damaged: its fields reach past its end");
+    table.records.back().instructions = static_cast<uint32_t>(at);
     commonRecords[record] = common;
 }
 
@@ -127,6 +123,7 @@ void Parser::parseFunction(uint32_t record, uint64_t end, const CommonRecord &co
     }
     if (at > end)
         refuse(record, "damaged: its fields reach past its end");
+    table.records.back().instructions = static_cast<uint32_t>(at);
 }
 
 void Parser::addPointer(uint32_t record, uint64_t offset, uint8_t encoding, CallFramePointer::Kind kind)
@@ -137,14 +134,25 @@ void Parser::addPointer(uint32_t record, uint64_t offset, uint8_t encoding, Call
     if (!fourBytes || base != DW_EH_PE_pcrel || indirectCode)
         refuse(record, "pointer encoding " + hex(encoding) + " is not supported");
     auto place = static_cast<uint32_t>(offset);
-    table.records.back().pointers.push_back({kind, place, section.address + place + bytes.u32(offset, what)});
+    table.records.back().pointers.push_back({kind, place, address + place + bytes.u32(offset, what)});
 }
 
 } // namespace
 
+CallFrameTable parseCallFrames(const std::string &where, uint32_t address, const ByteView &bytes)
+{
+    return Parser(where, address, bytes).parse();
+}
+
 CallFrameTable parseCallFrames(const ObjectFile &object, const Section &section)
 {
-    return Parser(object, section).parse();
+    std::string where = object.describe(section);
+    // Differences inside the table are settled already; an address from elsewhere would have to be written by the
+    // loader.
+    for (const Relocation &relocation : section.relocations)
+        if (relocation.type == GENERIC_RELOC_VANILLA)
+            fail(where, "+", hex(relocation.offset), ": call frame record: a text relocation would be needed");
+    return parseCallFrames(where, section.address, ByteView(where, section.contents.data(), section.contents.size()));
 }
 
 } // namespace macho

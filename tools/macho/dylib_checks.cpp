@@ -159,7 +159,7 @@ Problem firstSymbol(const DylibFile &file)
 
 Problem codeUnchanged(const DylibFile &file)
 {
-    auto isWritable = [&](uint32_t address) { return file.segmentAt(address)->protection & VM_PROT_WRITE; };
+    auto isWritable = [&](uint32_t address) { return file.segmentAt(address)->isWritable(); };
     for (const DylibFixups *fixups : {&file.classic, &file.compressed}) {
         for (uint32_t address : fixups->rebases)
             if (!isWritable(address))
@@ -175,8 +175,8 @@ Problem formsAgree(const DylibFile &file)
 {
     if (!file.classic.present || !file.compressed.present)
         return "";
-    auto addressOf = [](uint32_t ordinal, const std::string &symbol) {
-        return static_cast<uint32_t>(std::hash<std::string>()(symbol) * 31 + ordinal);
+    auto addressOf = [](const DylibBind &bind) {
+        return static_cast<uint32_t>(std::hash<std::string>()(bind.symbol) * 31 + bind.libraryOrdinal);
     };
     constexpr uint32_t base = 0x12345000;
     if (loadedMemory(file, file.classic, base, addressOf) != loadedMemory(file, file.compressed, base, addressOf))

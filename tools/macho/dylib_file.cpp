@@ -13,14 +13,19 @@ namespace {
 struct Reader {
     DylibFile &dylib;
     ByteView file;
-    DylibRange local, external, indirect, rebases, binds, trie, symbols, names, functions;
-    bool hasCompressed = false;
+    symtab_command symbols = {};
+    dysymtab_command dynamic = {};
+    dyld_info_command compressed = {};
+    linkedit_data_command functions = {};
 
     [[noreturn]] void refuse(const std::string &reason) const { fail(printable(dylib.name), ": ", reason); }
-    uint32_t word(uint64_t offset) const { return file.u32(offset, "a load command"); }
-    DylibRange range(uint64_t offset) const { return {word(offset), word(offset + 4)}; }
+    template <class Command>
+    Command command(uint64_t at) const
+    {
+        return file.record<Command>(at, "a load command");
+    }
     void read();
-    void readCommand(uint32_t command, uint64_t at, uint32_t size);
+    void readCommand(uint64_t at, const load_command &header);
     void readSegment(uint64_t at, uint32_t size);
     Library readLibrary(uint64_t at, uint32_t size) const;
     void readSymbols();
@@ -29,21 +34,29 @@ struct Reader {
 
 void Reader::read()
 {
+    if (file.size() >= 4 && file.u32(0, "the header") == FAT_CIGAM)
+        refuse("is a universal file: take its i386 part out first");
     if (file.size() < sizeof(mach_header) || file.u32(0, "the header") != MH_MAGIC)
         refuse("is not a 32-bit Mach-O file");
-    dylib.processor = word(4);
-    dylib.processorSubtype = word(8);
-    dylib.fileType = word(12);
-    dylib.flags = word(24);
-    uint64_t at = sizeof(mach_header), end = sizeof(mach_header) + uint64_t{word(20)};
-    for (uint32_t index = 0, count = word(16); index < count; index++) {
-        uint32_t size = word(at + 4);
-        if (size < 8 || at + size > end || at + size > file.size())
-            refuse("load command " + std::to_string(index) + " has the impossible size " + std::to_string(size));
-        dylib.commands.push_back(word(at));
-        readCommand(word(at), at, size);
-        at += size;
+    auto header = file.record<mach_header>(0, "the header");
+    dylib.processor = header.cputype;
+    dylib.processorSubtype = header.cpusubtype;
+    dylib.fileType = header.filetype;
+    dylib.flags = header.flags;
+    uint64_t at = sizeof header, end = sizeof header + uint64_t{header.sizeofcmds};
+    for (uint32_t index = 0; index < header.ncmds; index++) {
+        auto next = command<load_command>(at);
+        if (next.cmdsize < sizeof next || at + next.cmdsize > end || at + next.cmdsize > file.size())
+            refuse("load command " + std::to_string(index) + " has the impossible size " +
+                   std::to_string(next.cmdsize));
+        dylib.commands.push_back(next.cmd);
+        readCommand(at, next);
+        at += next.cmdsize;
     }
+    if (dylib.segments.empty())
+        refuse("has no segments");
+    if (symbols.cmd == 0 || dynamic.cmd == 0)
+        refuse("has no symbol table");
     uint32_t firstSection = static_cast<uint32_t>(file.size());
     for (const DylibSection &section : dylib.sections)
         if (section.type() != S_ZEROFILL)
@@ -51,57 +64,48 @@ void Reader::read()
     dylib.commandRoom = firstSection < at ? 0 : firstSection - static_cast<uint32_t>(at);
     readSymbols();
     readFunctionStarts();
-    readClassicFixups(dylib, local, external);
-    if (hasCompressed) {
-        readCompressedFixups(dylib, rebases, binds);
-        readExportTrie(dylib, trie);
+    readClassicFixups(dylib, dynamic);
+    if (compressed.cmd != 0) {
+        readCompressedFixups(dylib, compressed);
+        readExportTrie(dylib, compressed.export_off, compressed.export_size);
     }
     // A library with the newer form only has no relocations: its pointer sections alone would not do.
-    dylib.classic.present =
-        std::find(dylib.commands.begin(), dylib.commands.end(), LC_DYLD_INFO_ONLY) == dylib.commands.end();
+    dylib.classic.present = !dylib.hasCommand(LC_DYLD_INFO_ONLY);
 }
 
-void Reader::readCommand(uint32_t command, uint64_t at, uint32_t size)
+void Reader::readCommand(uint64_t at, const load_command &header)
 {
-    switch (command) {
+    switch (header.cmd) {
     case LC_SEGMENT:
-        return readSegment(at, size);
+        return readSegment(at, header.cmdsize);
     case LC_SYMTAB:
-        symbols = range(at + 8);
-        names = range(at + 16);
+        symbols = command<symtab_command>(at);
         return;
-    case LC_DYSYMTAB: {
-        indirect = range(at + 56);
-        external = range(at + 64);
-        local = range(at + 72);
-        ByteView records = file.slice(indirect.offset, uint64_t{indirect.count} * 4, "the indirect symbols");
-        for (uint32_t index = 0; index < indirect.count; index++)
-            dylib.indirectSymbols.push_back(load32(records.data() + 4 * index));
+    case LC_DYSYMTAB:
+        dynamic = command<dysymtab_command>(at);
+        dylib.indirectSymbols =
+            file.records<uint32_t>(dynamic.indirectsymoff, dynamic.nindirectsyms, "the indirect symbols");
         return;
-    }
     case LC_ID_DYLIB:
-        dylib.identity = readLibrary(at, size);
+        dylib.identity = readLibrary(at, header.cmdsize);
         return;
     case LC_LOAD_DYLIB:
     case LC_LOAD_WEAK_DYLIB:
-        dylib.libraries.push_back({readLibrary(at, size), command == LC_LOAD_WEAK_DYLIB});
+        dylib.libraries.push_back({readLibrary(at, header.cmdsize), header.cmd == LC_LOAD_WEAK_DYLIB});
         return;
     case LC_DYLD_INFO:
     case LC_DYLD_INFO_ONLY:
-        hasCompressed = true;
-        rebases = range(at + 8);
-        binds = range(at + 16);
-        trie = range(at + 40);
+        compressed = command<dyld_info_command>(at);
         return;
     case LC_FUNCTION_STARTS:
-        functions = range(at + 8);
+        functions = command<linkedit_data_command>(at);
         return;
     case LC_VERSION_MIN_MACOSX:
-        dylib.minimumSystem = word(at + 8);
+        dylib.minimumSystem = command<version_min_command>(at).version;
         return;
     case LC_UUID: {
-        ByteView uuid = file.slice(at + 8, 16, "the identifier");
-        dylib.uuid.assign(reinterpret_cast<const char *>(uuid.data()), uuid.size());
+        auto identifier = command<uuid_command>(at);
+        dylib.uuid.assign(std::begin(identifier.uuid), std::end(identifier.uuid));
         return;
     }
     }
@@ -109,13 +113,13 @@ void Reader::readCommand(uint32_t command, uint64_t at, uint32_t size)
 
 void Reader::readSegment(uint64_t at, uint32_t size)
 {
-    DylibSegment segment;
-    segment.name = file.paddedText(at + 8, 16, "a segment");
-    segment.address = word(at + 24);
-    segment.memorySize = word(at + 28);
-    segment.fileOffset = word(at + 32);
-    segment.fileSize = word(at + 36);
-    segment.protection = word(at + 44);
+    auto record = command<segment_command>(at);
+    DylibSegment segment{std::string(file.paddedText(at + offsetof(segment_command, segname), 16, "a segment")),
+                         record.vmaddr,
+                         record.vmsize,
+                         record.fileoff,
+                         record.filesize,
+                         record.initprot};
     file.slice(segment.fileOffset, segment.fileSize, "a segment");
     uint64_t previousEnd =
         dylib.segments.empty() ? 0 : uint64_t{dylib.segments.back().address} + dylib.segments.back().memorySize;
@@ -123,20 +127,19 @@ void Reader::readSegment(uint64_t at, uint32_t size)
     if (segment.address != previousEnd || segment.memorySize < segment.fileSize ||
         previousEnd + segment.memorySize > largestImage)
         refuse("segment " + printable(segment.name) + " does not follow the one before, or has an impossible size");
-    uint32_t count = word(at + 48);
-    if (sizeof(segment_command) + uint64_t{count} * sizeof(struct section) > size)
+    if (sizeof record + uint64_t{record.nsects} * sizeof(struct section) > size)
         refuse("segment " + printable(segment.name) + " has no room for its sections");
-    for (uint32_t index = 0; index < count; index++) {
-        uint64_t record = at + sizeof(segment_command) + uint64_t{index} * sizeof(struct section);
-        DylibSection section;
-        section.name = file.paddedText(record, 16, "a section");
-        section.segment = file.paddedText(record + 16, 16, "a section");
-        section.address = word(record + 32);
-        section.size = word(record + 36);
-        section.fileOffset = word(record + 40);
-        section.flags = word(record + 56);
-        section.firstIndirect = word(record + 60);
-        section.stubSize = word(record + 64);
+    for (uint32_t index = 0; index < record.nsects; index++) {
+        uint64_t start = at + sizeof record + uint64_t{index} * sizeof(struct section);
+        auto raw = file.record<struct section>(start, "a section");
+        DylibSection section{std::string(file.paddedText(start + offsetof(struct section, segname), 16, "a section")),
+                             std::string(file.paddedText(start, 16, "a section")),
+                             raw.addr,
+                             raw.size,
+                             raw.offset,
+                             raw.flags,
+                             raw.reserved1,
+                             raw.reserved2};
         if (section.address < segment.address ||
             uint64_t{section.address} + section.size > uint64_t{segment.address} + segment.memorySize)
             refuse("section " + printable(section.name) + " lies outside its segment");
@@ -149,32 +152,25 @@ void Reader::readSegment(uint64_t at, uint32_t size)
 
 Library Reader::readLibrary(uint64_t at, uint32_t size) const
 {
-    uint32_t name = word(at + 8);
-    if (name >= size)
+    auto library = command<dylib_command>(at);
+    if (library.name >= size)
         refuse("a library's name lies outside its load command");
-    return {std::string(file.text(at + name, size - name, "a library's name")), word(at + 16), word(at + 20)};
+    return {std::string(file.text(at + library.name, size - library.name, "a library's name")), library.current_version,
+            library.compatibility_version};
 }
 
 void Reader::readSymbols()
 {
-    ByteView records = file.slice(symbols.offset, uint64_t{symbols.count} * sizeof(nlist), "the symbol table");
-    ByteView texts = file.slice(names.offset, names.count, "the symbol names");
-    for (uint32_t index = 0; index < symbols.count; index++) {
-        uint64_t at = uint64_t{index} * sizeof(nlist);
-        DylibSymbol symbol;
-        symbol.name = texts.text(records.u32(at, "a symbol"), 4096, "the symbol names");
-        symbol.type = records.u8(at + 4, "a symbol");
-        symbol.section = records.u8(at + 5, "a symbol");
-        symbol.description = records.u16(at + 6, "a symbol");
-        symbol.value = records.u32(at + 8, "a symbol");
-        dylib.symbols.push_back(symbol);
-    }
+    ByteView names = file.slice(symbols.stroff, symbols.strsize, "the symbol names");
+    for (const nlist &symbol : file.records<nlist>(symbols.symoff, symbols.nsyms, "the symbol table"))
+        dylib.symbols.push_back({std::string(names.text(symbol.n_strx, 4096, "the symbol names")), symbol.n_type,
+                                 symbol.n_sect, symbol.n_desc, symbol.n_value});
 }
 
 void Reader::readFunctionStarts()
 {
     const char *what = "the function starts";
-    ByteView distances = file.slice(functions.offset, functions.count, what);
+    ByteView distances = file.slice(functions.dataoff, functions.datasize, what);
     uint64_t at = 0;
     uint32_t address = 0;
     while (at < distances.size()) {
@@ -186,6 +182,11 @@ void Reader::readFunctionStarts()
 }
 
 } // namespace
+
+bool DylibFile::hasCommand(uint32_t command) const
+{
+    return std::find(commands.begin(), commands.end(), command) != commands.end();
+}
 
 const DylibSegment *DylibFile::segmentAt(uint32_t address) const
 {
@@ -216,9 +217,7 @@ Result<DylibFile> parseDylib(std::string name, Bytes bytes)
         DylibFile dylib;
         dylib.name = std::move(name);
         dylib.bytes = std::move(bytes);
-        Reader reader{
-            dylib, ByteView(dylib.name, dylib.bytes.data(), dylib.bytes.size()), {}, {}, {}, {}, {}, {}, {}, {}, {}};
-        reader.read();
+        Reader{dylib, ByteView(dylib.name, dylib.bytes.data(), dylib.bytes.size())}.read();
         return dylib;
     });
 }

@@ -1,5 +1,5 @@
-// A finished library, read back. It shares nothing with the code that writes libraries but the numbers of the format,
-// so that checks and tests that use it see what a loader would see.
+// A finished library, read back: for the checks, for tests, and for the loader that runs libraries here. It shares
+// nothing with the code that writes libraries but the records of the format.
 #pragma once
 
 #include <cstdint>
@@ -18,6 +18,7 @@ namespace macho {
 struct DylibSegment {
     std::string name;
     uint32_t address, memorySize, fileOffset, fileSize, protection;
+    bool isWritable() const { return protection & format::VM_PROT_WRITE; }
     bool contains(uint32_t place) const { return place >= address && place - address < memorySize; }
 };
 
@@ -77,6 +78,7 @@ struct DylibFile {
     DylibFixups classic, compressed;
     std::map<std::string, uint32_t> exportTrie; // present with the compressed form only
 
+    bool hasCommand(uint32_t command) const;
     const DylibSegment *segmentAt(uint32_t address) const;
     const DylibSection *section(const std::string &segment, const std::string &name) const;
     // The bytes of a section, empty for zero fill.
@@ -86,8 +88,8 @@ struct DylibFile {
 // Raises no Failure: whatever is damaged is told as the error.
 Result<DylibFile> parseDylib(std::string name, Bytes bytes);
 
-// What a symbol of a library is at run time; 0 for a weak import that is missing.
-using SymbolAddress = std::function<uint32_t(uint32_t libraryOrdinal, const std::string &symbol)>;
+// What the symbol of a bind is at run time; 0 for a weak import that is missing.
+using SymbolAddress = std::function<uint32_t(const DylibBind &bind)>;
 
 // The library's memory, from its first byte, as a loader leaves it that puts it at `base` and reads that form of
 // fix-ups.

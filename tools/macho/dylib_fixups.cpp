@@ -38,18 +38,20 @@ DylibBind bindOf(const DylibFile &dylib, uint32_t address, uint32_t symbolNumber
 // The byte code that describes fix-ups: an operation and a small number in each byte, other operands behind it.
 class Interpreter {
 public:
-    Interpreter(const DylibFile &dylib, const DylibRange &range)
-        : dylib(dylib), code(fileOf(dylib).slice(range.offset, range.count, "the compressed fix-ups"))
+    Interpreter(const DylibFile &dylib, uint32_t offset, uint32_t size)
+        : dylib(dylib), code(fileOf(dylib).slice(offset, size, what))
     {
     }
     std::vector<uint32_t> rebases();
-    std::vector<DylibBind> binds();
+    void addBinds(std::vector<DylibBind> &list, bool lazy);
 
 private:
     static constexpr const char *what = "the compressed fix-ups";
     uint32_t number() { return code.uleb(at, what); }
     void setPlace(uint8_t segment);
-    uint32_t nextWord();
+    // Calls `body` with the address of each of so many words, so far apart.
+    template <class Body>
+    void forEachWord(uint32_t count, uint32_t skipped, Body body);
 
     const DylibFile &dylib;
     ByteView code;
@@ -64,21 +66,24 @@ void Interpreter::setPlace(uint8_t segment)
     address = dylib.segments[segment].address + number();
 }
 
-uint32_t Interpreter::nextWord()
+template <class Body>
+void Interpreter::forEachWord(uint32_t count, uint32_t skipped, Body body)
 {
-    checkWord(dylib, address);
-    address += pointerSize;
-    return address - pointerSize;
+    // A damaged count must not keep a loader busy.
+    if (count > (dylib.segments.back().address + dylib.segments.back().memorySize) / pointerSize)
+        refuse(dylib, "more fix-ups in one place than words");
+    for (; count > 0; count--) {
+        checkWord(dylib, address);
+        body(address);
+        address += pointerSize + skipped;
+    }
 }
 
 std::vector<uint32_t> Interpreter::rebases()
 {
     std::vector<uint32_t> list;
     auto rebase = [&](uint32_t count, uint32_t skipped) {
-        for (; count > 0; count--) {
-            list.push_back(nextWord());
-            address += skipped;
-        }
+        forEachWord(count, skipped, [&](uint32_t word) { list.push_back(word); });
     };
     while (at < code.size()) {
         uint8_t byte = code.u8(at++, what), immediate = byte & IMMEDIATE_MASK;
@@ -119,15 +124,23 @@ std::vector<uint32_t> Interpreter::rebases()
     return list;
 }
 
-std::vector<DylibBind> Interpreter::binds()
+// Each symbol that is bound lazily ends with DONE, since a loader may bind it alone.
+void Interpreter::addBinds(std::vector<DylibBind> &list, bool lazy)
 {
-    std::vector<DylibBind> list;
     DylibBind current = {0, {}, 0, false, 0, true};
+    auto bind = [&](uint32_t count, uint32_t skipped) {
+        forEachWord(count, skipped, [&](uint32_t word) {
+            current.address = word;
+            list.push_back(current);
+        });
+    };
     while (at < code.size()) {
         uint8_t byte = code.u8(at++, what), immediate = byte & IMMEDIATE_MASK;
         switch (byte & OPCODE_MASK) {
         case BIND_OPCODE_DONE:
-            return list;
+            if (!lazy)
+                return;
+            break;
         case BIND_OPCODE_SET_DYLIB_ORDINAL_IMM:
             current.libraryOrdinal = immediate;
             break;
@@ -149,44 +162,53 @@ std::vector<DylibBind> Interpreter::binds()
         case BIND_OPCODE_SET_SEGMENT_AND_OFFSET_ULEB:
             setPlace(immediate);
             break;
-        case BIND_OPCODE_DO_BIND:
-            current.address = nextWord();
-            list.push_back(current);
+        case BIND_OPCODE_ADD_ADDR_ULEB:
+            address += number();
             break;
+        case BIND_OPCODE_DO_BIND:
+            bind(1, 0);
+            break;
+        case BIND_OPCODE_DO_BIND_ADD_ADDR_ULEB:
+            bind(1, number());
+            break;
+        case BIND_OPCODE_DO_BIND_ADD_ADDR_IMM_SCALED:
+            bind(1, immediate * pointerSize);
+            break;
+        case BIND_OPCODE_DO_BIND_ULEB_TIMES_SKIPPING_ULEB: {
+            uint32_t count = number();
+            bind(count, number());
+            break;
+        }
         default:
             refuse(dylib, "the unexpected bind operation " + hex(byte));
         }
     }
-    return list;
 }
 
 } // namespace
 
-void readClassicFixups(DylibFile &dylib, const DylibRange &local, const DylibRange &external)
+void readClassicFixups(DylibFile &dylib, const dysymtab_command &tables)
 {
-    constexpr uint32_t kindMask = 0xff000000, plainWord = 2u << 25, externalWord = plainWord | 1u << 27;
-    ByteView file = fileOf(dylib);
-    auto forEachRecord = [&](const DylibRange &range, uint32_t kind, auto body) {
-        ByteView records = file.slice(range.offset, uint64_t{range.count} * sizeof(relocation_info), "the relocations");
-        for (uint32_t index = 0; index < range.count; index++) {
-            uint32_t address = load32(records.data() + sizeof(relocation_info) * index);
-            uint32_t info = load32(records.data() + sizeof(relocation_info) * index + 4);
-            if (address & R_SCATTERED || (info & kindMask) != kind)
-                refuse(dylib, "the unexpected relocation " + hex(address) + " " + hex(info));
-            checkWord(dylib, address);
-            body(address, info & ~kindMask);
+    auto forEachRecord = [&](uint32_t offset, uint32_t count, bool external, auto body) {
+        for (const auto &entry : fileOf(dylib).records<relocation_info>(offset, count, "the relocations")) {
+            // A linked library has plain words to change and nothing else.
+            if (entry.r_address & R_SCATTERED || entry.r_type != GENERIC_RELOC_VANILLA || entry.r_length != 2 ||
+                entry.r_pcrel || entry.r_extern != external)
+                refuse(dylib, "the unexpected relocation at " + hex(entry.r_address));
+            checkWord(dylib, entry.r_address);
+            body(entry.r_address, entry.r_symbolnum);
         }
     };
-    forEachRecord(local, plainWord, [&](uint32_t address, uint32_t section) {
+    forEachRecord(tables.locreloff, tables.nlocrel, false, [&](uint32_t address, uint32_t section) {
         if (section == 0 || section > dylib.sections.size())
             refuse(dylib, "the word at " + hex(address) + " is not moved with any section");
         dylib.classic.rebases.push_back(address);
     });
-    forEachRecord(external, externalWord, [&](uint32_t address, uint32_t symbol) {
+    forEachRecord(tables.extreloff, tables.nextrel, true, [&](uint32_t address, uint32_t symbol) {
         dylib.classic.binds.push_back(bindOf(dylib, address, symbol, false));
     });
     for (const DylibSection &section : dylib.sections) {
-        if (section.type() != S_NON_LAZY_SYMBOL_POINTERS)
+        if (section.type() != S_NON_LAZY_SYMBOL_POINTERS && section.type() != S_LAZY_SYMBOL_POINTERS)
             continue;
         for (uint32_t entry = 0; entry < section.size / pointerSize; entry++) {
             uint64_t index = uint64_t{section.firstIndirect} + entry;
@@ -198,17 +220,20 @@ void readClassicFixups(DylibFile &dylib, const DylibRange &local, const DylibRan
     }
 }
 
-void readCompressedFixups(DylibFile &dylib, const DylibRange &rebases, const DylibRange &binds)
+void readCompressedFixups(DylibFile &dylib, const dyld_info_command &info)
 {
+    if (info.weak_bind_size != 0)
+        refuse(dylib, "has symbols to be shared with other libraries, which a plug-in should not have");
     dylib.compressed.present = true;
-    dylib.compressed.rebases = Interpreter(dylib, rebases).rebases();
-    dylib.compressed.binds = Interpreter(dylib, binds).binds();
+    dylib.compressed.rebases = Interpreter(dylib, info.rebase_off, info.rebase_size).rebases();
+    Interpreter(dylib, info.bind_off, info.bind_size).addBinds(dylib.compressed.binds, false);
+    Interpreter(dylib, info.lazy_bind_off, info.lazy_bind_size).addBinds(dylib.compressed.binds, true);
 }
 
-void readExportTrie(DylibFile &dylib, const DylibRange &range)
+void readExportTrie(DylibFile &dylib, uint32_t offset, uint32_t size)
 {
     const char *what = "the export tree";
-    ByteView trie = fileOf(dylib).slice(range.offset, range.count, what);
+    ByteView trie = fileOf(dylib).slice(offset, size, what);
     struct Node {
         uint64_t offset;
         std::string name;
@@ -246,7 +271,7 @@ Bytes loadedMemory(const DylibFile &dylib, const DylibFixups &fixups, uint32_t b
     for (uint32_t address : fixups.rebases)
         store32(&memory[address], load32(&memory[address]) + base);
     for (const DylibBind &bind : fixups.binds) {
-        uint32_t value = addressOf(bind.libraryOrdinal, bind.symbol) + static_cast<uint32_t>(bind.addend);
+        uint32_t value = addressOf(bind) + static_cast<uint32_t>(bind.addend);
         store32(&memory[bind.address], bind.replaces ? value : load32(&memory[bind.address]) + value);
     }
     return memory;

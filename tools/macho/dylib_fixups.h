@@ -5,13 +5,9 @@
 
 namespace macho {
 
-struct DylibRange {
-    uint32_t offset = 0, count = 0; // bytes or records
-};
-
 // All of these raise a Failure for damaged bytes. Segments, sections and symbols of the file are read already.
-void readClassicFixups(DylibFile &file, const DylibRange &local, const DylibRange &external);
-void readCompressedFixups(DylibFile &file, const DylibRange &rebases, const DylibRange &binds);
-void readExportTrie(DylibFile &file, const DylibRange &trie);
+void readClassicFixups(DylibFile &file, const format::dysymtab_command &tables);
+void readCompressedFixups(DylibFile &file, const format::dyld_info_command &info);
+void readExportTrie(DylibFile &file, uint32_t offset, uint32_t size);
 
 } // namespace macho

@@ -6,7 +6,7 @@
 
 namespace machorun {
 
-const void *Imports::addressOf(const std::string &symbol, bool isWeak) const
+uint32_t Imports::addressOf(const std::string &symbol, bool isWeak) const
 {
     bool isAbsent = std::find(absent_.begin(), absent_.end(), symbol) != absent_.end();
     const void *address = isAbsent ? nullptr : FindImport(symbol);
@@ -14,7 +14,7 @@ const void *Imports::addressOf(const std::string &symbol, bool isWeak) const
         throw BadImage("imports " + symbol +
                        (isAbsent ? ", which is absent" : ", which the import table does not have"));
     }
-    return address;
+    return reinterpret_cast<uint32_t>(address);
 }
 
 } // namespace machorun

@@ -1,6 +1,7 @@
 // Where the library's imports lead.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -14,8 +15,8 @@ class Imports {
 public:
     explicit Imports(std::vector<std::string> absent) : absent_(std::move(absent)) {}
 
-    // Null for a weak import that is absent; throws BadImage, naming the symbol, for a strong one.
-    const void *addressOf(const std::string &symbol, bool isWeak) const;
+    // 0 for a weak import that is absent; throws BadImage, naming the symbol, for a strong one.
+    uint32_t addressOf(const std::string &symbol, bool isWeak) const;
 
 private:
     std::vector<std::string> absent_;

@@ -1,41 +1,47 @@
 #include "tools/machorun/machorun.h"
 
-#include "tools/machorun/fixups.h"
+#include "tools/macho/files.h"
+#include "tools/machorun/imports.h"
+#include "tools/machorun/loadable_file.h"
+#include "tools/machorun/mapped_image.h"
 #include "tools/machorun/messages.h"
 #include "tools/machorun/objc_sections.h"
 #include "tools/machorun/unwind_tables.h"
 
 #include <cstdlib>
 #include <memory>
+#include <sstream>
 #include <sys/stat.h>
 
 namespace machorun {
 
+using namespace macho;
+
 namespace {
 
 // Which of a file's two encodings is taken.
-Fixups chosenFixups(const ImageFile &file, Fixups wanted)
+const DylibFixups &chosenFixups(const DylibFile &file, Fixups wanted)
 {
     if (wanted == Fixups::Preferred) {
-        wanted = file.compressedFixups() ? Fixups::Compressed : Fixups::Classic;
+        wanted = file.compressed.present ? Fixups::Compressed : Fixups::Classic;
     }
-    if (wanted == Fixups::Classic && !file.classicFixups()) {
+    if (wanted == Fixups::Classic && !file.classic.present) {
         throw BadImage("has no classic fix-ups");
     }
-    if (wanted == Fixups::Compressed && !file.compressedFixups()) {
+    if (wanted == Fixups::Compressed && !file.compressed.present) {
         throw BadImage("has no compressed fix-ups");
     }
-    return wanted;
+    return wanted == Fixups::Classic ? file.classic : file.compressed;
 }
 
 class Library {
 public:
     Library(const std::string &path, const Options &options)
-        : path_(path), file_(path), fixups_(chosenFixups(file_, options.fixups)), image_(file_)
+        : path_(path), file_(LoadableFile(path, readFile(path))), fixups_(chosenFixups(file_, options.fixups)),
+          image_(file_)
     {
         Imports imports(options.absent);
-        auto apply = fixups_ == Fixups::Classic ? ApplyClassicFixups : ApplyCompressedFixups;
-        apply(file_, image_, imports);
+        image_.fill(fixups_, [&](const DylibBind &bind) { return imports.addressOf(bind.symbol, bind.weak); });
     }
 
     // From here on the process keeps pointers into the image.
@@ -51,10 +57,19 @@ public:
 
     const std::string &path() const { return path_; }
 
+    // Through the symbol table, as older systems look it up, or through the export tree of the compressed information.
     void *findExport(const std::string &symbol) const
     {
-        auto find = fixups_ == Fixups::Classic ? FindClassicExport : FindCompressedExport;
-        return find(file_, image_, symbol);
+        if (&fixups_ == &file_.compressed) {
+            auto found = file_.exportTrie.find(symbol);
+            return found == file_.exportTrie.end() ? nullptr : image_.exportAt(found->second);
+        }
+        for (const DylibSymbol &candidate : file_.symbols) {
+            if (candidate.isExport() && candidate.name == symbol) {
+                return image_.exportAt(candidate.value);
+            }
+        }
+        return nullptr;
     }
 
 private:
@@ -62,11 +77,11 @@ private:
     {
         // What a system hands them: as for main, and its own variables.
         using Initializer = void (*)(int, const char **, const char **, const char **, const void *);
-        for (const Section &section : file_.sections()) {
-            if (section.type != S_MOD_INIT_FUNC_POINTERS) {
+        for (const DylibSection &section : file_.sections) {
+            if (section.type() != format::S_MOD_INIT_FUNC_POINTERS) {
                 continue;
             }
-            auto *functions = reinterpret_cast<const uint32_t *>(image_.startOf(section));
+            auto *functions = reinterpret_cast<const uint32_t *>(image_.at(section.address));
             for (uint32_t index = 0; index < section.size / sizeof(uint32_t); index++) {
                 if (!image_.isExecutable(functions[index])) {
                     throw BadImage("has an initialiser that is not code");
@@ -78,8 +93,8 @@ private:
     }
 
     std::string path_;
-    ImageFile file_;
-    Fixups fixups_;
+    DylibFile file_;
+    const DylibFixups &fixups_;
     MappedImage image_;
 };
 
@@ -101,17 +116,11 @@ std::vector<LoadedLibrary> &loadedLibraries()
 std::vector<std::string> splitAtColons(const char *text)
 {
     std::vector<std::string> parts;
-    std::string part;
-    for (; *text; text++) {
-        if (*text != ':') {
-            part += *text;
-        } else if (!part.empty()) {
-            parts.push_back(std::move(part));
-            part.clear();
+    std::istringstream stream(text);
+    for (std::string part; std::getline(stream, part, ':');) {
+        if (!part.empty()) {
+            parts.push_back(part);
         }
-    }
-    if (!part.empty()) {
-        parts.push_back(std::move(part));
     }
     return parts;
 }
@@ -154,8 +163,10 @@ void *Load(const std::string &path, std::string &error, const Options &options)
         return library;
     } catch (const BadImage &reason) {
         error = path + " " + reason.what();
-        return nullptr;
+    } catch (const Failure &failure) { // which names the file
+        error = failure.what();
     }
+    return nullptr;
 }
 
 void *FindExport(void *library, const char *name, std::string &error)

@@ -11,11 +11,11 @@ extern "C" void __lsan_unregister_root_region(const void *begin, size_t size) __
 
 namespace machorun {
 
-MappedImage::MappedImage(const ImageFile &file) : file_(file)
+using namespace macho;
+
+MappedImage::MappedImage(const DylibFile &file)
+    : file_(file), size_(file.segments.back().address + file.segments.back().memorySize)
 {
-    const Segment &first = file.segments().front();
-    const Segment &last = file.segments().back();
-    size_ = last.address + last.size - first.address;
     void *memory = mmap(nullptr, size_, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
     if (memory == MAP_FAILED) {
         throw BadImage(std::string("cannot be mapped: ") + std::strerror(errno));
@@ -23,10 +23,6 @@ MappedImage::MappedImage(const ImageFile &file) : file_(file)
     base_ = static_cast<uint8_t *>(memory);
     if (__lsan_register_root_region) {
         __lsan_register_root_region(base_, size_);
-    }
-    slide_ = reinterpret_cast<uint32_t>(base_) - first.address;
-    for (const Segment &segment : file.segments()) {
-        std::memcpy(at(segment.address), file.bytesOf(segment), segment.fileSize);
     }
 }
 
@@ -38,27 +34,36 @@ MappedImage::~MappedImage()
     munmap(base_, size_);
 }
 
+void MappedImage::fill(const DylibFixups &fixups, const SymbolAddress &addressOf) const
+{
+    for (uint32_t address : fixups.rebases) {
+        requireWritable(address);
+    }
+    for (const DylibBind &bind : fixups.binds) {
+        requireWritable(bind.address);
+    }
+    Bytes memory = loadedMemory(file_, fixups, reinterpret_cast<uint32_t>(base_), addressOf);
+    std::memcpy(base_, memory.data(), size_);
+}
+
 void MappedImage::protect() const
 {
-    for (const Segment &segment : file_.segments()) {
-        int protection = (segment.protection & VM_PROT_READ ? PROT_READ : 0) |
-                         (segment.protection & VM_PROT_WRITE ? PROT_WRITE : 0) |
-                         (segment.protection & VM_PROT_EXECUTE ? PROT_EXEC : 0);
-        if (segment.size && mprotect(at(segment.address), segment.size, protection) != 0) {
+    for (const DylibSegment &segment : file_.segments) {
+        int protection = (segment.protection & format::VM_PROT_READ ? PROT_READ : 0) |
+                         (segment.protection & format::VM_PROT_WRITE ? PROT_WRITE : 0) |
+                         (segment.protection & format::VM_PROT_EXECUTE ? PROT_EXEC : 0);
+        if (segment.memorySize && mprotect(at(segment.address), segment.memorySize, protection) != 0) {
             throw BadImage("cannot be protected: " + segment.name + ": " + std::strerror(errno));
         }
     }
 }
 
-uint32_t *MappedImage::fixupSlot(uint32_t fileAddress) const
+void MappedImage::requireWritable(uint32_t fileAddress) const
 {
-    for (const Segment &segment : file_.segments()) {
-        if (segment.isWritable() && fileAddress >= segment.address &&
-            fileAddress - segment.address + sizeof(uint32_t) <= segment.size) {
-            return reinterpret_cast<uint32_t *>(at(fileAddress));
-        }
+    const DylibSegment *segment = file_.segmentAt(fileAddress);
+    if (!segment || !segment->isWritable()) {
+        throw BadImage("needs a fix-up outside its writable segments, at " + hex(fileAddress));
     }
-    throw BadImage("needs a fix-up outside its writable segments, at " + Hex(fileAddress));
 }
 
 bool MappedImage::contains(const void *address, uint32_t size) const
@@ -69,12 +74,8 @@ bool MappedImage::contains(const void *address, uint32_t size) const
 
 bool MappedImage::isExecutable(uint32_t address) const
 {
-    for (const Segment &segment : file_.segments()) {
-        if (address - slide_ - segment.address < segment.size) {
-            return segment.protection & VM_PROT_EXECUTE;
-        }
-    }
-    return false;
+    const DylibSegment *segment = file_.segmentAt(address - reinterpret_cast<uint32_t>(base_));
+    return segment && segment->protection & format::VM_PROT_EXECUTE;
 }
 
 const char *MappedImage::textAt(uint32_t address, const char *what) const

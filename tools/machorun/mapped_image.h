@@ -1,7 +1,8 @@
 // The library's segments at their place in memory.
 #pragma once
 
-#include "tools/machorun/image_file.h"
+#include "tools/macho/dylib_file.h"
+#include "tools/machorun/bad_image.h"
 
 #include <cstdint>
 
@@ -9,26 +10,23 @@ namespace machorun {
 
 class MappedImage {
 public:
-    // Maps every segment writable, wherever there is room; protect() gives them the rights that the file asks for.
-    explicit MappedImage(const ImageFile &file);
+    // Takes memory for the segments, wherever there is room; fill() puts them there with their fix-ups made, and
+    // protect() gives them the rights that the file asks for.
+    explicit MappedImage(const macho::DylibFile &file);
     // Only for an image that nothing in the process knows of yet: Objective-C code cannot be taken away.
     ~MappedImage();
     MappedImage(const MappedImage &) = delete;
     MappedImage &operator=(const MappedImage &) = delete;
 
+    void fill(const macho::DylibFixups &fixups, const macho::SymbolAddress &addressOf) const;
     void protect() const;
 
-    // What is added to every address of the file.
-    uint32_t slide() const { return slide_; }
-    uint8_t *begin() const { return base_; }
-    uint8_t *end() const { return base_ + size_; }
+    // Addresses of the file count from its first segment.
+    uint8_t *at(uint32_t fileAddress) const { return base_ + fileAddress; }
 
-    uint8_t *at(uint32_t fileAddress) const { return reinterpret_cast<uint8_t *>(fileAddress + slide_); }
-    uint8_t *startOf(const Section &section) const { return at(section.address); }
-
-    // The word at an address of the file that a fix-up may change. Throws when it is outside the writable segments: the
-    // text of a plug-in is never changed, and a system that shares it between processes would fault.
-    uint32_t *fixupSlot(uint32_t fileAddress) const;
+    // Throws when a fix-up would change what is outside the writable segments: the text of a plug-in is never changed,
+    // and a system that shares it between processes would fault.
+    void requireWritable(uint32_t fileAddress) const;
 
     bool contains(const void *address, uint32_t size = 1) const;
     bool isExecutable(uint32_t address) const;
@@ -37,7 +35,7 @@ public:
     void *exportAt(uint32_t fileAddress) const
     {
         if (!contains(at(fileAddress))) {
-            throw BadImage("exports an address outside it: " + Hex(fileAddress));
+            throw BadImage("exports an address outside it: " + macho::hex(fileAddress));
         }
         return at(fileAddress);
     }
@@ -57,10 +55,11 @@ public:
 private:
     static void *asPointer(uint32_t address) { return reinterpret_cast<void *>(address); }
 
-    const ImageFile &file_;
-    uint8_t *base_;
+    uint8_t *end() const { return base_ + size_; }
+
+    const macho::DylibFile &file_;
     uint32_t size_;
-    uint32_t slide_;
+    uint8_t *base_;
 };
 
 } // namespace machorun

@@ -161,17 +161,17 @@ void defineModule(const MappedImage &image, const FragileModule &module)
 
 } // namespace
 
-void DefineClasses(const ImageFile &file, const MappedImage &image)
+void DefineClasses(const macho::DylibFile &file, const MappedImage &image)
 {
-    const Section *protocols = file.findSection("__OBJC", "__protocol");
+    const macho::DylibSection *protocols = file.section("__OBJC", "__protocol");
     if (protocols && protocols->size) {
         throw BadImage("has protocol objects, which cannot be made here");
     }
-    const Section *section = file.findSection("__OBJC", "__module_info");
+    const macho::DylibSection *section = file.section("__OBJC", "__module_info");
     if (!section) {
         return;
     }
-    auto *modules = image.recordsAt<FragileModule>(asWord(image.startOf(*section)),
+    auto *modules = image.recordsAt<FragileModule>(asWord(image.at(section->address)),
                                                    section->size / sizeof(FragileModule), "the list of modules");
     for (uint32_t index = 0; index < section->size / sizeof(FragileModule); index++) {
         defineModule(image, modules[index]);

@@ -8,17 +8,18 @@ namespace machorun {
 namespace {
 
 template <class Record, class Fix>
-void forEachRecord(const ImageFile &file, const MappedImage &image, const char *segment, const char *name, Fix fix)
+void forEachRecord(const macho::DylibFile &file, const MappedImage &image, const char *segment, const char *name,
+                   Fix fix)
 {
-    const Section *section = file.findSection(segment, name);
+    const macho::DylibSection *section = file.section(segment, name);
     if (!section) {
         return;
     }
     if (section->size % sizeof(Record)) {
         throw BadImage("has a section of a strange size: " + section->segment + "," + section->name);
     }
-    image.fixupSlot(section->address); // the section must be writable
-    auto *records = reinterpret_cast<Record *>(image.startOf(*section));
+    image.requireWritable(section->address);
+    auto *records = reinterpret_cast<Record *>(image.at(section->address));
     for (uint32_t index = 0; index < section->size / sizeof(Record); index++) {
         fix(records[index]);
     }
@@ -76,7 +77,7 @@ void fixConstantString(const MappedImage &image, CFConstantString &string, Class
         }
         fixed = utf8CopyOf(reinterpret_cast<const unichar *>(string.characters), string.length);
     } else {
-        throw BadImage("has a constant string of an unknown kind: " + Hex(string.flags));
+        throw BadImage("has a constant string of an unknown kind: " + macho::hex(string.flags));
     }
     fixed.isa = stringClass;
     memcpy(&string, &fixed, sizeof fixed);
@@ -84,7 +85,7 @@ void fixConstantString(const MappedImage &image, CFConstantString &string, Class
 
 } // namespace
 
-void FixObjectiveCReferences(const ImageFile &file, const MappedImage &image)
+void FixObjectiveCReferences(const macho::DylibFile &file, const MappedImage &image)
 {
     NSAutoreleasePool *pool = [[NSAutoreleasePool alloc] init];
     forEachRecord<uint32_t>(file, image, "__OBJC", "__message_refs", [&](uint32_t &reference) {

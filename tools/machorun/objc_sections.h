@@ -7,9 +7,9 @@
 namespace machorun {
 
 // Makes the classes and categories that the image defines.
-void DefineClasses(const ImageFile &file, const MappedImage &image);
+void DefineClasses(const macho::DylibFile &file, const MappedImage &image);
 
 // Selector references, class references and constant strings. Classes of the image must exist by then.
-void FixObjectiveCReferences(const ImageFile &file, const MappedImage &image);
+void FixObjectiveCReferences(const macho::DylibFile &file, const MappedImage &image);
 
 } // namespace machorun

@@ -107,7 +107,7 @@ TEST(CallFrames, LieBetweenTheCodeAndAWordOfZeros)
         if (section.segment == "__TEXT")
             EXPECT_LE(section.address, frames.address) << section.name;
     }
-    Bytes memory = loadedMemory(dylib, dylib.classic, 0, [](uint32_t, const std::string &) { return 0; });
+    Bytes memory = loadedMemory(dylib, dylib.classic, 0, [](const DylibBind &) { return 0; });
     EXPECT_EQ(load32(&memory[frames.address + frames.size]), 0u);
     EXPECT_NE(load32(&memory[frames.address + frames.size - 4]) | load32(&memory[frames.address]), 0u);
 }

@@ -11,7 +11,7 @@ std::map<std::string, uint32_t> readBack(const Bytes &trie)
 {
     DylibFile file;
     file.bytes = trie;
-    readExportTrie(file, {0, static_cast<uint32_t>(trie.size())});
+    readExportTrie(file, 0, static_cast<uint32_t>(trie.size()));
     return file.exportTrie;
 }
 

@@ -2,10 +2,12 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <sstream>
 
 #include <gtest/gtest.h>
 
 #include "tests/tools/macho/compiled_object.h"
+#include "tools/macho/files.h"
 
 namespace macho::test {
 namespace {
@@ -19,9 +21,15 @@ const char source[] = "int call(int); extern char number[]; extern int perhaps(v
                       "void *self[200] = {self, self+1, self+2, self+3, self+4, self+5, self+6, self+7, self+8, self+9,"
                       "self+10, self+11, self+12, self+13, self+14, self+15, self+16, self+17, self+18, self+19};";
 
-uint32_t importAddress(uint32_t ordinal, const std::string &name)
+uint32_t addressOfImport(const DylibBind &bind)
 {
-    return 0x40000000 + ordinal * 0x1000000 + static_cast<uint32_t>(std::hash<std::string>()(name) & 0xffff);
+    return 0x40000000 + bind.libraryOrdinal * 0x1000000 +
+           static_cast<uint32_t>(std::hash<std::string>()(bind.symbol) & 0xffff);
+}
+
+uint32_t importAddress(const std::string &name)
+{
+    return addressOfImport({0, name, 1, false, 0, false});
 }
 
 DylibFile library(FixupForm form)
@@ -36,26 +44,49 @@ TEST(Fixups, BothFormsGiveTheSameMemory)
     DylibFile dylib = library(FixupForm::Both);
     ASSERT_TRUE(dylib.classic.present && dylib.compressed.present);
     for (uint32_t base : {0u, 0x1000u, 0x70000000u, 0xfff00000u})
-        EXPECT_EQ(loadedMemory(dylib, dylib.classic, base, importAddress),
-                  loadedMemory(dylib, dylib.compressed, base, importAddress));
+        EXPECT_EQ(loadedMemory(dylib, dylib.classic, base, addressOfImport),
+                  loadedMemory(dylib, dylib.compressed, base, addressOfImport));
     EXPECT_EQ(dylib.classic.rebases, dylib.compressed.rebases);
     EXPECT_EQ(dylib.classic.binds.size(), dylib.compressed.binds.size());
+}
+
+// As another reader sees them, which shares nothing with this one.
+std::vector<uint32_t> addressesByLLVM(const DylibFile &dylib, const std::string &table)
+{
+    std::string path = temporaryFolder() + "/fixups.dylib";
+    writeText(path, textOf(dylib.bytes));
+    std::istringstream lines(runCommand("llvm-objdump-14 --macho --" + table + " " + path).out);
+    std::vector<uint32_t> addresses;
+    for (std::string line; std::getline(lines, line);)
+        if (size_t address = line.find(" 0x"); address != line.npos)
+            addresses.push_back(static_cast<uint32_t>(std::stoul(line.substr(address + 1), nullptr, 16)));
+    return addresses;
+}
+
+TEST(Fixups, LLVMReadsTheSameFromTheCompressedForm)
+{
+    DylibFile dylib = library(FixupForm::Both);
+    std::vector<uint32_t> binds;
+    for (const DylibBind &bind : dylib.compressed.binds)
+        binds.push_back(bind.address);
+    EXPECT_EQ(addressesByLLVM(dylib, "rebase"), dylib.compressed.rebases);
+    EXPECT_EQ(addressesByLLVM(dylib, "bind"), binds);
 }
 
 TEST(Fixups, WordsHoldWhatTheSourceSays)
 {
     DylibFile dylib = library(FixupForm::Both);
     constexpr uint32_t base = 0x20000000;
-    Bytes memory = loadedMemory(dylib, dylib.compressed, base, importAddress);
+    Bytes memory = loadedMemory(dylib, dylib.compressed, base, addressOfImport);
     auto word = [&](uint32_t address) { return load32(&memory[address]); };
     uint32_t mixed = addressOf(dylib, "_mixed"), self = addressOf(dylib, "_self");
-    uint32_t call = importAddress(1, "_call"), number = importAddress(1, "_number");
+    uint32_t call = importAddress("_call"), number = importAddress("_number");
     EXPECT_EQ(word(mixed), call);
     EXPECT_EQ(word(mixed + 4), number);
     EXPECT_EQ(word(mixed + 8), number + 12);
     EXPECT_EQ(word(mixed + 12), base + mixed + 4);
     EXPECT_EQ(word(mixed + 16), number - 3);
-    EXPECT_EQ(word(mixed + 20), importAddress(1, "_perhaps"));
+    EXPECT_EQ(word(mixed + 20), importAddress("_perhaps"));
     EXPECT_EQ(word(mixed + 24), call);
     EXPECT_EQ(word(mixed + 28), 0u);
     uint32_t texts = word(mixed + 32) - base;

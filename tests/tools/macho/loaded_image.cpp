@@ -18,11 +18,10 @@ LoadedImage::LoadedImage(const DylibFile &file, const DylibFixups &fixups, const
     if (memory == MAP_FAILED)
         std::abort();
     base = static_cast<uint8_t *>(memory);
-    Bytes bytes =
-        loadedMemory(dylib, fixups, reinterpret_cast<uintptr_t>(base), [&](uint32_t, const std::string &name) {
-            auto import = imports.find(name);
-            return import == imports.end() ? 0 : static_cast<uint32_t>(reinterpret_cast<uintptr_t>(import->second));
-        });
+    Bytes bytes = loadedMemory(dylib, fixups, reinterpret_cast<uintptr_t>(base), [&](const DylibBind &bind) {
+        auto import = imports.find(bind.symbol);
+        return import == imports.end() ? 0 : static_cast<uint32_t>(reinterpret_cast<uintptr_t>(import->second));
+    });
     std::memcpy(base, bytes.data(), bytes.size());
     for (const DylibSegment &segment : dylib.segments) {
         int protection = (segment.protection & format::VM_PROT_READ ? PROT_READ : 0) |

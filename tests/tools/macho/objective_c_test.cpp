@@ -32,7 +32,7 @@ struct Memory {
 Memory memoryOf(const DylibFile &dylib)
 {
     constexpr uint32_t base = 0x10000000;
-    return {loadedMemory(dylib, dylib.classic, base, [](uint32_t, const std::string &) { return 0; }), base};
+    return {loadedMemory(dylib, dylib.classic, base, [](const DylibBind &) { return 0; }), base};
 }
 
 TEST(ObjectiveC, ModulesOfAllObjectsFollowOneAnother)

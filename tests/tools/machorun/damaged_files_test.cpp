@@ -1,52 +1,44 @@
 // Files that are no libraries, or no longer: each gets one line, and none takes the process down.
 #include "tests/tools/machorun/loaded_image.h"
-#include "tools/machorun/fixups.h"
+#include "tools/macho/files.h"
+#include "tools/machorun/bad_image.h"
+#include "tools/machorun/imports.h"
+#include "tools/machorun/loadable_file.h"
 #include "tools/machorun/objc_sections.h"
 #include "tools/machorun/unwind_tables.h"
 
-#include <fstream>
 #include <gmock/gmock.h>
-#include <iterator>
-#include <optional>
 #include <random>
 
 using namespace machorun;
+using namespace macho::format;
+using macho::Bytes;
+using macho::readFile;
 using testing::HasSubstr;
 
 namespace {
 
-using Bytes = std::vector<uint8_t>;
-
-Bytes contentsOf(const std::string &path)
-{
-    std::ifstream stream(path, std::ios::binary);
-    return Bytes((std::istreambuf_iterator<char>(stream)), std::istreambuf_iterator<char>());
-}
-
 // The loader's work on a file up to the point where code of the image would run. What it finds wrong, or "".
 std::string problemWith(const Bytes &bytes)
 {
+    std::string problem;
     try {
-        ImageFile file(bytes.data(), bytes.size());
+        macho::DylibFile file = LoadableFile("it", bytes);
         MappedImage image(file);
-        if (file.classicFixups())
-            ApplyClassicFixups(file, image, Imports({}));
-        else
-            ApplyCompressedFixups(file, image, Imports({}));
-        FindClassicExport(file, image, "_REALPluginMain");
-        if (file.compressedFixups()) {
-            MappedImage second(file);
-            ApplyCompressedFixups(file, second, Imports({}));
-            FindCompressedExport(file, second, "_REALPluginMain");
-        }
+        for (const macho::DylibFixups *fixups : {&file.classic, &file.compressed})
+            image.fill(*fixups,
+                       [](const macho::DylibBind &bind) { return Imports({}).addressOf(bind.symbol, bind.weak); });
         TranslatedUnwindTables(file, image);
         FixObjectiveCReferences(file, image);
         image.protect();
         return "";
     } catch (const BadImage &reason) {
-        EXPECT_THAT(reason.what(), testing::Not(HasSubstr("\n")));
-        return reason.what();
+        problem = reason.what();
+    } catch (const macho::Failure &reason) {
+        problem = reason.what();
     }
+    EXPECT_THAT(problem, testing::Not(HasSubstr("\n")));
+    return problem;
 }
 
 class DamagedFiles : public ::testing::Test {
@@ -70,7 +62,7 @@ protected:
         return 0;
     }
 
-    Bytes good = contentsOf(PRODUCT_DYLIB);
+    Bytes good = readFile(PRODUCT_DYLIB);
 };
 
 } // namespace
@@ -82,10 +74,10 @@ TEST_F(DamagedFiles, UndamagedFileHasNoProblem)
 
 TEST_F(DamagedFiles, OtherKindsOfFilesAreTold)
 {
-    EXPECT_EQ(problemWith({}), "ends or goes wrong inside its header");
-    EXPECT_EQ(problemWith(contentsOf("/proc/self/exe")), "is not a 32-bit Mach-O file");
+    EXPECT_EQ(problemWith({}), "it: is not a 32-bit Mach-O file");
+    EXPECT_EQ(problemWith(readFile("/proc/self/exe")), "it: is not a 32-bit Mach-O file");
     putWord(0, FAT_CIGAM);
-    EXPECT_EQ(problemWith(good), "is a universal file: take its i386 part out first");
+    EXPECT_EQ(problemWith(good), "it: is a universal file: take its i386 part out first");
 }
 
 TEST_F(DamagedFiles, OtherProcessorsAndFileTypesAreTold)
@@ -101,27 +93,27 @@ TEST_F(DamagedFiles, MissingFileIsTold)
 {
     std::string error;
     EXPECT_EQ(Load("/no/such/file.dylib", error), nullptr);
-    EXPECT_EQ(error, "/no/such/file.dylib cannot be opened: No such file or directory");
+    EXPECT_EQ(error, "/no/such/file.dylib: cannot be opened: No such file or directory");
     EXPECT_EQ(Load("/tmp", error), nullptr);
-    EXPECT_EQ(error, "/tmp cannot be read: Is a directory");
+    EXPECT_EQ(error, "/tmp: cannot be read: Is a directory");
 }
 
 TEST_F(DamagedFiles, UnknownRequiredLoadCommandIsTold)
 {
-    putWord(commandAt(LC_SYMTAB), 0x80000055);
+    putWord(commandAt(LC_UUID), 0x80000055);
     EXPECT_EQ(problemWith(good), "has a load command that must be understood and is not: 0x80000055");
 }
 
 TEST_F(DamagedFiles, LoadCommandWithoutASizeIsTold)
 {
     putWord(commandAt(LC_SYMTAB) + 4, 0);
-    EXPECT_EQ(problemWith(good), "has a load command without a size");
+    EXPECT_EQ(problemWith(good), "it: load command 6 has the impossible size 0");
 }
 
 TEST_F(DamagedFiles, SegmentBeyondTheFileIsTold)
 {
     putWord(commandAt(LC_SEGMENT) + offsetof(segment_command, filesize), 0x7fffffff);
-    EXPECT_EQ(problemWith(good), "ends before its segments");
+    EXPECT_EQ(problemWith(good), "it: the file is cut off or damaged: a segment reaches past its end");
 }
 
 TEST_F(DamagedFiles, WritableTextIsRefused)
@@ -132,7 +124,6 @@ TEST_F(DamagedFiles, WritableTextIsRefused)
 
 TEST_F(DamagedFiles, FixupInTheTextIsRefused)
 {
-    ImageFile file(good.data(), good.size());
     size_t table = wordAt(commandAt(LC_DYSYMTAB) + offsetof(dysymtab_command, locreloff));
     putWord(table, 0x1000);
     EXPECT_THAT(problemWith(good), HasSubstr("needs a fix-up outside its writable segments"));
@@ -167,10 +158,10 @@ TEST_F(DamagedFiles, NoChangedByteOfTheTablesCrashesTheLoader)
 TEST_F(DamagedFiles, NoChangedByteOfTheContentsCrashesTheLoader)
 {
     std::mt19937 random(2);
-    ImageFile file(good.data(), good.size());
-    std::vector<const Section *> sections;
+    macho::DylibFile file = LoadableFile("it", good);
+    std::vector<const macho::DylibSection *> sections;
     for (const char *name : {"__eh_frame", "__cfstring", "__message_refs", "__cls_refs", "__cstring"}) {
-        for (const Section &section : file.sections()) {
+        for (const macho::DylibSection &section : file.sections) {
             if (section.name == name)
                 sections.push_back(&section);
         }
@@ -179,7 +170,7 @@ TEST_F(DamagedFiles, NoChangedByteOfTheContentsCrashesTheLoader)
     int refused = 0;
     for (int round = 0; round < 2000; round++) {
         Bytes changed = good;
-        const Section &section = *sections[random() % sections.size()];
+        const macho::DylibSection &section = *sections[random() % sections.size()];
         changed[section.address + random() % section.size] = random(); // the file is laid out as memory is
         refused += problemWith(changed) != "";
     }

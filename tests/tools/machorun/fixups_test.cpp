@@ -1,28 +1,16 @@
 // The two encodings of a file's fix-ups give the same memory.
 #include "tests/tools/machorun/loaded_image.h"
-#include "tools/machorun/fixups.h"
+#include "tools/macho/files.h"
+#include "tools/machorun/imports.h"
+#include "tools/machorun/loadable_file.h"
 
 using namespace machorun;
 
 namespace {
 
-// What is in memory after the fix-ups, pointers into the image counted from its start.
-std::vector<uint32_t> memoryAfter(void (*apply)(const ImageFile &, const MappedImage &, const Imports &),
-                                  const ImageFile &file)
+macho::DylibFile fileAt(const std::string &path)
 {
-    MappedImage image(file);
-    apply(file, image, Imports({}));
-    std::vector<uint32_t> words;
-    for (const Segment &segment : file.segments()) {
-        if (segment.name == "__LINKEDIT")
-            continue; // read by loaders only, and different by its nature
-        auto *start = reinterpret_cast<const uint32_t *>(image.at(segment.address));
-        for (uint32_t index = 0; index < segment.size / sizeof(uint32_t); index++) {
-            bool isInside = image.contains(reinterpret_cast<const void *>(start[index]));
-            words.push_back(isInside ? start[index] - image.slide() : start[index]);
-        }
-    }
-    return words;
+    return LoadableFile(path, macho::readFile(path));
 }
 
 class BothEncodings : public ::testing::TestWithParam<std::string> {};
@@ -39,18 +27,20 @@ INSTANTIATE_TEST_SUITE_P(Of, BothEncodings,
 
 TEST_P(BothEncodings, GiveTheSameMemory)
 {
-    ImageFile file(GetParam());
-    EXPECT_EQ(memoryAfter(ApplyClassicFixups, file), memoryAfter(ApplyCompressedFixups, file));
+    macho::DylibFile file = fileAt(GetParam());
+    auto addressOf = [](const macho::DylibBind &bind) { return Imports({}).addressOf(bind.symbol, bind.weak); };
+    EXPECT_EQ(loadedMemory(file, file.classic, 0x12345000, addressOf),
+              loadedMemory(file, file.compressed, 0x12345000, addressOf));
 }
 
 TEST_P(BothEncodings, GiveTheSameExports)
 {
-    ImageFile file(GetParam());
-    MappedImage image(file);
-    ASSERT_FALSE(file.exportedSymbols().empty());
-    for (const Symbol &symbol : file.exportedSymbols()) {
-        EXPECT_EQ(FindCompressedExport(file, image, symbol.name), FindClassicExport(file, image, symbol.name))
-            << symbol.name;
-        EXPECT_NE(FindClassicExport(file, image, symbol.name), nullptr);
+    macho::DylibFile file = fileAt(GetParam());
+    std::map<std::string, uint32_t> exports;
+    for (const macho::DylibSymbol &symbol : file.symbols) {
+        if (symbol.isExport())
+            exports[symbol.name] = symbol.value;
     }
+    EXPECT_FALSE(exports.empty());
+    EXPECT_EQ(file.exportTrie, exports);
 }
