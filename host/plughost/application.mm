@@ -54,6 +54,7 @@ void becomeApplication(const std::string &domain, bool showLog)
         GSInitializeProcess(1, arguments, environ);
         // Foundation shortens a program's name as it does a path.
         [[NSProcessInfo processInfo] setProcessName:[NSString stringWithUTF8String:domain.c_str()]];
+        [NSUserDefaults resetStandardUserDefaults]; // what a process read from which this one was forked
         showsRaised = showLog;
         _NSLog_printf_handler = logUnlessRaised;
         // As a host has one before it loads plug-ins. It answers an exception that nobody catches with a panel, which

@@ -1,11 +1,12 @@
 """The example of each page of the reference prints what stands behind it."""
-import os
 import unittest
 
 import support  # finds the tools
 import reference
 
-COMMAND = [os.environ["PLUGHOST"], "--plugin", os.environ["PLUGIN"], "--check-handles", "run", "--defaults-dir"]
+
+def run(folder, program):
+    return support.forks().run(folder, ["--check-handles", "run", program])
 
 
 class Cases(unittest.TestCase):
@@ -14,7 +15,7 @@ class Cases(unittest.TestCase):
 
 def case_for(example):
     written = [output for _, output in example.programs]
-    return lambda self: self.assertEqual(support.run_example(example, COMMAND), (written, "", 0))
+    return lambda self: self.assertEqual(support.run_example(example, run), (written, "", 0))
 
 
 for member in reference.read():

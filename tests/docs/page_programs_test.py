@@ -1,9 +1,6 @@
 """Every program on a page for readers runs, and prints what stands behind it. Those of the members' reference have tests of
 their own."""
-import os
 import re
-import subprocess
-import tempfile
 import unittest
 
 import support
@@ -26,20 +23,13 @@ def fences(kind):
     return found
 
 
-def plughost(words, text):
-    with tempfile.TemporaryDirectory() as folder:
-        command = [os.environ["PLUGHOST"], "--plugin", os.environ["PLUGIN"], "--check-handles", "--defaults-dir",
-                   folder + "/defaults", *words]
-        return subprocess.run(command, input=text, stdout=subprocess.PIPE, stderr=subprocess.PIPE, encoding="utf-8")
-
-
 class Cases(unittest.TestCase):
     def test_programs_run_and_print_what_stands_behind_them(self):
         programs = fences("xojo")
         self.assertGreater(len(programs), 4)
         for name, code, output in programs:
             with self.subTest(name):
-                ended = plughost(["run", "-"], code)
+                ended = support.run_plughost(["--check-handles", "run", "-"], code)
                 self.assertEqual((ended.stderr, ended.returncode), ("", 0))
                 if output is not None:
                     self.assertEqual(ended.stdout, output)
@@ -51,7 +41,7 @@ class Cases(unittest.TestCase):
             with self.subTest(name):
                 lines = [PROMPT.match(line) or line for line in text.splitlines()]
                 entered = "".join(line.group(1) + "\n" for line in lines if not isinstance(line, str))
-                ended = plughost([], entered)
+                ended = support.run_plughost(["--check-handles"], entered)
                 self.assertEqual((ended.stderr, ended.returncode), ("", 0))
                 self.assertEqual(ended.stdout.splitlines(), [line for line in lines if isinstance(line, str)])
 

@@ -1,5 +1,6 @@
 """The reference says of the class what the class is."""
 import re
+import subprocess
 import unittest
 
 import support
@@ -45,6 +46,10 @@ value
 
 def a_member(declaration="someForKey(key as string) as string", summary="Gives it.", result="| no value | nil | plug-in |"):
     return A_MEMBER.format(declaration=declaration, name=declaration.partition("(")[0], summary=summary, result=result)
+
+
+def ended(output, status=0):
+    return subprocess.CompletedProcess([], status, output, "")
 
 
 class Cases(unittest.TestCase):
@@ -141,8 +146,11 @@ class Cases(unittest.TestCase):
     def test_an_example_gets_its_files_and_its_output_is_taken(self):
         example = next(member.example for member in reference.read() if member.page == "objectIsForcedForKey")
         (path, content), = example.files.items()
-        show = ["sh", "-c", 'cat "$1/$0" "$2"; exit 3', path]
         (code, _), = example.programs
+
+        def show(folder, program):
+            return ended((folder / "defaults" / path).read_text() + (folder / program).read_text(), 3)
+
         self.assertEqual(support.run_example(example, show), ([content + code], "", 3))
 
     def test_the_programs_of_an_example_run_one_after_the_other_on_one_database(self):
@@ -150,10 +158,16 @@ class Cases(unittest.TestCase):
                                   "```xojo\nPrint second\n```\n\n```text\nthe second\n```\n")
         example = reference.parse(text)[0].example
         self.assertEqual(example.programs, [('Print d.someForKey("key")\n', "value\n"), ("Print second\n", "the second\n")])
-        count = ["sh", "-c", 'mkdir -p "$0"; cat "$1" >> "$0/seen"; cat "$0/seen"']
-        self.assertEqual(support.run_example(example, count),
+
+        def show_what_ran(folder, program):
+            with open(folder / "seen", "a+") as seen:
+                seen.write((folder / program).read_text())
+                seen.seek(0)
+                return ended(seen.read())
+
+        self.assertEqual(support.run_example(example, show_what_ran),
                          (['Print d.someForKey("key")\n', 'Print d.someForKey("key")\nPrint second\n'], "", 0))
-        self.assertEqual(support.run_example(example, ["sh", "-c", "exit 3"]), ([""], "", 3))
+        self.assertEqual(support.run_example(example, lambda *_: ended("", 3)), ([""], "", 3))
 
     def test_every_row_about_values_says_how_it_is_known(self):
         for path in ("docs/conversions.md", "docs/reference/conversions.md", "docs/reference/errors.md",

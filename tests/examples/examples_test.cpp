@@ -11,6 +11,7 @@
 #include <unistd.h>
 
 #include "ground.h"
+#include "tests/host/plughost/program.h"
 #include "tests/support/plugin_under_test.h"
 #include "tests/support/profiles.h"
 
@@ -33,7 +34,7 @@ std::string contentOf(const fs::path &path)
 }
 
 // Tells the host's version, which is the one thing about it that differs from host to host.
-const std::string kSelfCheck = "self_check";
+const std::string kSelfCheckFile = EXAMPLES "/self_check.xojo_script";
 
 // A program, or a folder of programs.
 std::set<std::string> examples()
@@ -67,6 +68,14 @@ std::string printed(const std::string &example, const std::string &options = "")
                           std::string(kBuildDir) + "' '" + EXAMPLES "/run.sh' " + example + " --plugin '" +
                           support::pluginUnderTest() + "' " + options + " 2>&1";
     return outputOf(command);
+}
+
+// What the self check prints, errors included, in a process that need not start.
+std::string checked(const plughost_test::Words &options)
+{
+    using plughost_test::operator+;
+    const plughost_test::Result ended = plughost_test::plughost(plughost_test::Words{"run", kSelfCheckFile} + options);
+    return ended.output + ended.errors;
 }
 
 class Example : public testing::TestWithParam<std::string> {};
@@ -103,13 +112,13 @@ INSTANTIATE_TEST_SUITE_P(Named, Example, testing::ValuesIn(examples()),
 
 TEST_P(SelfCheck, FindsEverythingRight)
 {
-    EXPECT_THAT(complaints(printed(kSelfCheck, "--check-handles --host " + GetParam().name)),
+    EXPECT_THAT(complaints(checked({"--check-handles", "--host", GetParam().name})),
                 ElementsAre(HasSubstr("host version"), EndsWith(" checks, all ok")));
 }
 
 TEST_P(SelfCheck, FindsEverythingRightWithoutTheFamily)
 {
-    EXPECT_THAT(complaints(printed(kSelfCheck, "--no-family --host " + GetParam().name)),
+    EXPECT_THAT(complaints(checked({"--no-family", "--host", GetParam().name})),
                 ElementsAre(HasSubstr("host version"), HasSubstr("were not tried"), EndsWith(" checks, all ok")));
 }
 
@@ -117,14 +126,10 @@ INSTANTIATE_TEST_SUITE_P(Hosts, SelfCheck, support::everyProfile(), support::pro
 
 TEST(Examples, SelfCheckAsksTheMemberThatNeedsTheFamilyWhenItIsToldTo)
 {
-    const fs::path copy = fs::temp_directory_path() / ("with-family-" + std::to_string(getpid()) + ".xojo_script");
-    std::ofstream(copy) << std::regex_replace(contentOf(EXAMPLES "/self_check.xojo_script"), std::regex("#If False"),
-                                              "#If True");
-    const std::string output =
-        outputOf("'" + std::string(kBuildDir) + "/plughost' run '" + copy.string() + "' --plugin '" +
-                 support::pluginUnderTest() + "' --defaults-dir '" + copy.string() + ".defaults' 2>&1");
-    fs::remove_all(copy.string() + ".defaults");
-    fs::remove(copy);
+    const std::string output = plughost_test::printed(
+        {"run", plughost_test::temporaryFile(
+                    "with_family.xojo_script",
+                    std::regex_replace(contentOf(kSelfCheckFile), std::regex("#If False"), "#If True"))});
     EXPECT_THAT(output, HasSubstr("\nok   _exception\n"));
     EXPECT_THAT(complaints(output), ElementsAre(HasSubstr("host version"), EndsWith(" checks, all ok")));
 }
@@ -132,28 +137,22 @@ TEST(Examples, SelfCheckAsksTheMemberThatNeedsTheFamilyWhenItIsToldTo)
 TEST(Examples, SelfCheckSaysWhatCameInstead)
 {
     const std::vector<std::string> lines =
-        complaints(printed(kSelfCheck, "--host 2014.1 --without RuntimeDirectReadStringArray"));
+        complaints(checked({"--host", "2014.1", "--without", "RuntimeDirectReadStringArray"}));
     EXPECT_THAT(lines, Contains("NOT  setStringArrayValue, stringArrayForKey: wanted first|zweiter ü, got "));
     EXPECT_THAT(lines.back(), EndsWith(" NOT as wanted"));
 }
 
 TEST(Examples, SelfCheckGoesOnBehindAnException)
 {
-    const std::vector<std::string> lines = complaints(printed(kSelfCheck, "--without newMemoryBlock"));
+    const std::vector<std::string> lines = complaints(checked({"--without", "newMemoryBlock"}));
     EXPECT_THAT(lines, Contains(HasSubstr("NOT  Variants: wanted no exception, got an exception: Failed to allocate")));
     EXPECT_THAT(lines.back(), EndsWith(" NOT as wanted"));
 }
 
 TEST(Examples, SelfCheckLeavesNothingBehind)
 {
-    const fs::path defaults =
-        fs::path(getenv("TMPDIR") ? getenv("TMPDIR") : "/tmp") / ("left-" + std::to_string(getpid()));
-    const std::string options =
-        " --plugin '" + support::pluginUnderTest() + "' --defaults-dir '" + defaults.string() + "' ";
-    const std::string plughost = std::string(kBuildDir) + "/plughost ";
-    outputOf(plughost + "run '" EXAMPLES "/self_check.xojo_script'" + options);
-    const std::string left = outputOf(plughost + "domains" + options) + outputOf(plughost + "dump" + options);
-    fs::remove_all(defaults);
+    checked({});
+    const std::string left = plughost_test::printed({"domains"}) + plughost_test::printed({"dump"});
     EXPECT_NE(left, "");
     EXPECT_EQ(left.find("SelfCheck"), std::string::npos) << left;
 }

@@ -19,21 +19,18 @@ function(compile_as_test target)
   target_precompile_headers(${target} REUSE_FROM test_headers)
 endfunction()
 
-# add_test_program(NAME source... [PLAIN|OWN_MAIN] [LIBRARIES library...])
+# add_test_program(NAME source... [MAIN library] [LIBRARIES library...])
 #
 # A program of tests. Its main function runs every case in a process and with a defaults folder of the case's own
-# (tests/support/runner/runner.h). PLAIN programs do not start Cocoa before; the
-# main function can be among the sources, too.
+# (tests/support/runner/runner.h), and says what is started before: Cocoa with cocoa_test_main, which is taken where none
+# is named, nothing with plain_test_main.
 function(add_test_program name)
-  cmake_parse_arguments(PARSE_ARGV 1 test "PLAIN;OWN_MAIN" "" "LIBRARIES")
-  set(main cocoa_test_main)
-  if(test_PLAIN)
-    set(main plain_test_main)
-  elseif(test_OWN_MAIN)
-    set(main test_runner)
+  cmake_parse_arguments(PARSE_ARGV 1 test "" "MAIN" "LIBRARIES")
+  if(NOT test_MAIN)
+    set(test_MAIN cocoa_test_main)
   endif()
   add_executable(${name} ${test_UNPARSED_ARGUMENTS})
-  target_link_libraries(${name} PRIVATE ${test_LIBRARIES} ${main})
+  target_link_libraries(${name} PRIVATE ${test_MAIN} ${test_LIBRARIES})
   compile_as_test(${name})
   set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${CMAKE_CURRENT_BINARY_DIR}")
 endfunction()
@@ -65,8 +62,12 @@ endfunction()
 
 # add_black_box_test(NAME source...)
 #
-# Cases that know the plug-in by its file alone. They run once for each file that is built: so.NAME and dylib.NAME.
+# Cases that know the plug-in by its file alone, which is in memory already unless another MAIN is named. They run once
+# for each file that is built: so.NAME and dylib.NAME.
 function(add_black_box_test name)
+  if(NOT "MAIN" IN_LIST ARGN)
+    list(APPEND ARGN MAIN black_box_test_main)
+  endif()
   add_test_program(${name} ${ARGN} LIBRARIES test_support)
   add_dependencies(${name} NSUserDefaults family)
 

@@ -11,12 +11,20 @@
 #include <unistd.h>
 
 #include "ground.h"
+#include "host/plughost/application.h"
 #include "host/plughost/plughost.h"
+#include "tests/support/loaded_ahead.h"
 #include "tests/support/plugin_under_test.h"
 
 namespace plughost_test {
 
 static const std::string kPlughost = std::string(kBuildDir) + "/plughost";
+
+void startApplication()
+{
+    plughost::becomeApplication("plughost", false);
+    support::loadFilesAhead();
+}
 
 static std::string contentOf(FILE *file)
 {
@@ -68,15 +76,16 @@ static int execute(int, char **arguments)
     _exit(127);
 }
 
+// Foundation knows the folder of the defaults and the application's name from the start on.
+static bool mustStart(const Words &arguments)
+{
+    static const Words known = {"--defaults-dir", "--domain"};
+    return std::find_first_of(arguments.begin(), arguments.end(), known.begin(), known.end()) != arguments.end();
+}
+
 static int runPlughost(int count, char **arguments)
 {
     return plughost::run(kBuildDir, count, arguments);
-}
-
-// Another folder of defaults is for a program that starts: Foundation knows its folder from then on.
-static bool hasFolderOfItsOwn(const Words &arguments)
-{
-    return std::find(arguments.begin(), arguments.end(), "--defaults-dir") != arguments.end();
 }
 
 Result startedPlughost(const Words &arguments, const std::string &input)
@@ -86,7 +95,7 @@ Result startedPlughost(const Words &arguments, const std::string &input)
 
 Result plughostWith(const std::string &plugin, const Words &arguments, const std::string &input)
 {
-    bool starts = getenv("TESTS_ISOLATED") || hasFolderOfItsOwn(arguments);
+    bool starts = getenv("TESTS_ISOLATED") || mustStart(arguments);
     return run(Words{kPlughost, "--plugin", plugin} + arguments, input, starts ? execute : runPlughost);
 }
 

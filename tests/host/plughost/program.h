@@ -14,8 +14,12 @@ struct Result {
 
 using Words = std::vector<std::string>;
 
+// Starts the application that plughost is unless it is told otherwise, for the commands that are forks of this process.
+void startApplication();
+
 // plughost with the plug-in under test. The defaults are those of the test's own folder. The process is a fork of the
-// test's, in which Cocoa is loaded already; a program from its start when the tests are isolated.
+// test's, in which the application runs already; a program from its start when it is another application or has another
+// folder of defaults, and when the tests are isolated.
 Result plughost(const Words &arguments, const std::string &input = "");
 Result plughostWith(const std::string &plugin, const Words &arguments, const std::string &input = "");
 // The program from its start in any case: for what happens before its main function, or when nobody catches an
