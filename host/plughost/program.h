@@ -1,4 +1,4 @@
-// The program as its commands see it. A command is one file in commands/ with one function, listed below, that adds the
+// The program as its commands see it. A command is one function of a file in commands/, listed below, that adds the
 // subcommand to the command line and says what to do when it is chosen.
 #pragma once
 
