@@ -80,7 +80,7 @@ void *getValue(void *self, void *key)
         raiseException("KeyNotFoundException", "There is no key " + wanted.describe() + ".");
         return nullptr;
     }
-    return handOut(entry->value);
+    return handOutVariant(entry->value);
 }
 
 void *getKey(void *self, int32_t index)
@@ -92,7 +92,7 @@ void *getKey(void *self, int32_t index)
         raiseException("OutOfBoundsException", "There is no key number " + std::to_string(index) + ".");
         return nullptr;
     }
-    return handOut(dictionary->entries[size_t(index)].key);
+    return handOutVariant(dictionary->entries[size_t(index)].key);
 }
 
 DictionaryPayload &dictionaryOf(const Value &value)

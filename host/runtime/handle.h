@@ -37,8 +37,6 @@ void hold(Handle &handle);
 void unhold(Handle &handle);
 // The host takes over a plug-in's lock, as with the result of a call.
 void takeOver(Handle &handle);
-// A plug-in takes over the lock of one of the host's values, as with what an entry point hands out.
-void handOver(Handle &handle);
 
 // The live handle with that record, or null.
 Handle *find(const void *record);

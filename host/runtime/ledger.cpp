@@ -144,11 +144,6 @@ void takeOver(Handle &handle)
     ++handle.held;
 }
 
-void handOver(Handle &handle)
-{
-    --handle.held;
-}
-
 Handle *find(const void *record)
 {
     auto entry = book().live.find(record);

@@ -268,12 +268,6 @@ std::optional<std::string> convertText(std::string_view bytes, uint32_t from, ui
     return encodeText(*units, to);
 }
 
-bool isKnownEncoding(uint32_t encoding)
-{
-    return std::any_of(std::begin(kEncodings), std::end(kEncodings),
-                       [=](const NamedEncoding &known) { return known.encoding == encoding; });
-}
-
 std::string encodingName(uint32_t encoding)
 {
     for (const NamedEncoding &known : kEncodings)

@@ -17,7 +17,6 @@ std::optional<std::string> encodeText(std::u16string_view units, uint32_t encodi
 
 std::optional<std::string> convertText(std::string_view bytes, uint32_t from, uint32_t to);
 
-bool isKnownEncoding(uint32_t encoding);
 std::string encodingName(uint32_t encoding); // "UTF-8", "0x00000A01"
 
 } // namespace host::runtime

@@ -78,10 +78,14 @@ ObjectHandle *newVariant(const Value &value)
 
 void *handOut(const Value &value)
 {
-    Value boxed = value.boxed();
-    if (Handle *handle = find(boxed.handle()))
+    if (Handle *handle = find(value.handle()))
         lock(*handle);
-    return boxed.handle();
+    return value.handle();
+}
+
+void *handOutVariant(const Value &value)
+{
+    return handOut(value.boxed());
 }
 
 int32_t variantAsInt32(const Value &value)

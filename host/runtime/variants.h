@@ -18,8 +18,10 @@ Value valueOfVariant(const void *record);
 // A new Variant object with one lock for the caller.
 ObjectHandle *newVariant(const Value &value);
 
-// What a plug-in gets for a value: its handle (a new Variant for a scalar) with one lock for the plug-in.
+// What a plug-in gets for a value: its handle with one lock for the plug-in. In the place of a Variant, a scalar or a
+// string becomes a new one.
 void *handOut(const Value &value);
+void *handOutVariant(const Value &value);
 
 // The conversions that every Variant offers, whatever it holds; nothing for a value that cannot be converted.
 int32_t variantAsInt32(const Value &value);

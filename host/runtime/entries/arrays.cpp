@@ -22,57 +22,40 @@ bool hasIndex(const ArrayHandle *array, int32_t index, int32_t end)
     return false;
 }
 
-void insert(void *record, int32_t index, const Value &value)
+// (array, index, value), for one element type; `Make` makes the host's value.
+template <auto Make>
+struct Insert;
+
+template <class Element, Value (*Make)(Element)>
+struct Insert<Make> {
+    static void call(void *record, int32_t index, Element element)
+    {
+        Value value = Make(element);
+        ArrayHandle *array = expectArray(record, "the insert procedure of an array");
+        if (array && hasIndex(array, index, array->count() + 1))
+            array->insert(index, value);
+    }
+};
+
+template <class Number>
+Value number(Number value)
 {
-    ArrayHandle *array = expectArray(record, "the insert procedure of an array");
-    if (array && hasIndex(array, index, array->count() + 1))
-        array->insert(index, value);
+    return value;
 }
 
-void insertInt32(void *array, int32_t index, int32_t value)
+Value boolean(Byte value)
 {
-    insert(array, index, value);
+    return value != 0;
 }
 
-void insertInt64(void *array, int32_t index, int64_t value)
+Value currency(int64_t units)
 {
-    insert(array, index, value);
+    return Value::currency(fromCurrency(units));
 }
 
-void insertSingle(void *array, int32_t index, float value)
+Value string(void *record)
 {
-    insert(array, index, value);
-}
-
-void insertDouble(void *array, int32_t index, double value)
-{
-    insert(array, index, value);
-}
-
-void insertBoolean(void *array, int32_t index, Byte value)
-{
-    insert(array, index, value != 0);
-}
-
-void insertCurrency(void *array, int32_t index, int64_t value)
-{
-    insert(array, index, Value::currency(fromCurrency(value)));
-}
-
-void insertColor(void *array, int32_t index, uint32_t value)
-{
-    insert(array, index, Value::color(value));
-}
-
-void insertString(void *array, int32_t index, void *value)
-{
-    insert(array, index,
-           expect(value, HandleKind::String, "an array of string") ? Value::borrowHandle(value) : Value());
-}
-
-void insertObject(void *array, int32_t index, void *value)
-{
-    insert(array, index, Value::borrowHandle(value));
+    return expect(record, HandleKind::String, "an array of string") ? Value::borrowHandle(record) : Value();
 }
 
 template <class T>
@@ -108,16 +91,16 @@ void *pointer(Function *function)
 const Procedures *proceduresOf(void *record, const char *user)
 {
     static const Procedures procedures[] = {
-        {ElementType::Int32, pointer(insertInt32), pointer(readElement<int32_t>)},
-        {ElementType::Int64, pointer(insertInt64), pointer(readElement<int64_t>)},
-        {ElementType::Single, pointer(insertSingle), pointer(readElement<float>)},
-        {ElementType::Double, pointer(insertDouble), pointer(readElement<double>)},
-        {ElementType::Boolean, pointer(insertBoolean), pointer(readElement<Byte>)},
-        {ElementType::Currency, pointer(insertCurrency), pointer(readElement<int64_t>)},
-        {ElementType::Color, pointer(insertColor), pointer(readElement<uint32_t>)},
-        {ElementType::String, pointer(insertString), pointer(readHandle)},
-        {ElementType::Object, pointer(insertObject), pointer(readHandle)},
-        {ElementType::Date, pointer(insertObject), pointer(readHandle)},
+        {ElementType::Int32, pointer(Insert<number<int32_t>>::call), pointer(readElement<int32_t>)},
+        {ElementType::Int64, pointer(Insert<number<int64_t>>::call), pointer(readElement<int64_t>)},
+        {ElementType::Single, pointer(Insert<number<float>>::call), pointer(readElement<float>)},
+        {ElementType::Double, pointer(Insert<number<double>>::call), pointer(readElement<double>)},
+        {ElementType::Boolean, pointer(Insert<boolean>::call), pointer(readElement<Byte>)},
+        {ElementType::Currency, pointer(Insert<currency>::call), pointer(readElement<int64_t>)},
+        {ElementType::Color, pointer(Insert<Value::color>::call), pointer(readElement<uint32_t>)},
+        {ElementType::String, pointer(Insert<string>::call), pointer(readHandle)},
+        {ElementType::Object, pointer(Insert<Value::borrowHandle>::call), pointer(readHandle)},
+        {ElementType::Date, pointer(Insert<Value::borrowHandle>::call), pointer(readHandle)},
     };
     ArrayHandle *array = expectArray(record, user);
     for (const Procedures &each : procedures)
@@ -125,8 +108,6 @@ const Procedures *proceduresOf(void *record, const char *user)
             return &each;
     return nullptr;
 }
-
-} // namespace
 
 void *createArray(int32_t elementType, int32_t upperBound)
 {
@@ -140,6 +121,7 @@ void *createArray(int32_t elementType, int32_t upperBound)
     return (new ArrayHandle(ElementType(elementType), upperBound + 1))->record;
 }
 
+// -1 for an empty or no array.
 int32_t arrayUpperBound(void *record)
 {
     ArrayHandle *array = expectArray(record, "RuntimeUBound");
@@ -169,6 +151,20 @@ void *readProcedure(void *array)
 {
     const Procedures *procedures = proceduresOf(array, "RuntimeArrayDirectGetGetProc");
     return procedures ? procedures->read : nullptr;
+}
+
+} // namespace
+
+Doors arrayDoors()
+{
+    return {
+        entry<createArray>("RuntimeArrayCreateSingleDimBoundedArray"),
+        entry<arrayUpperBound>("RuntimeUBound"),
+        entry<readStringArray>("RuntimeDirectReadStringArray"),
+        entry<readObjectArray>("RuntimeDirectReadObjectArray"),
+        entry<insertProcedure>("RuntimeArrayDirectGetInsertProc"),
+        entry<readProcedure>("RuntimeArrayDirectGetGetProc"),
+    };
 }
 
 } // namespace host::runtime::entries

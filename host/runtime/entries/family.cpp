@@ -1,3 +1,4 @@
+#include "host/interface/family.h"
 #include "host/interface/codes.h"
 #include "host/runtime/entries/entries.h"
 #include "host/runtime/objects.h"
@@ -18,8 +19,6 @@ Byte leavesOut(const char *feature)
     return state().profile.familyLeaves(feature);
 }
 
-} // namespace
-
 const interface::FamilyServices *familyServices()
 {
     static const interface::FamilyServices services = {
@@ -27,6 +26,13 @@ const interface::FamilyServices *familyServices()
         newStringForFamily, unlockString, setStringProperty, leavesOut,
     };
     return &services;
+}
+
+} // namespace
+
+Doors familyDoors()
+{
+    return {entry<familyServices>("FamilyServices")};
 }
 
 } // namespace host::runtime::entries

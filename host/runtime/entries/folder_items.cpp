@@ -45,8 +45,6 @@ void *newCountedItem(const std::string &path)
     return creationFails(Creation::FolderItem) ? nullptr : newFolderItem(path)->record;
 }
 
-} // namespace
-
 Byte fsRefFromFolderItem(void *record, FSRef *ref, HFSUniStr255 *name)
 {
     FolderItemPayload *item = expectItem(record, "REALFSRefFromFolderItem");
@@ -109,6 +107,18 @@ void *folderItemFromFSSpec(const FSSpec *spec)
         return nullptr;
     std::optional<std::string> folder = pathOf(ref);
     return folder ? newCountedItem(childPath(*folder, *leaf)) : nullptr;
+}
+
+} // namespace
+
+Doors fileDoors()
+{
+    return {
+        entry<fsRefFromFolderItem>("REALFSRefFromFolderItem"),
+        entry<fsSpecFromFolderItem>("REALFSSpecFromFolderItem"),
+        entry<folderItemFromParent>("REALFolderItemFromParentFSRef"),
+        entry<folderItemFromFSSpec>("FolderItemFromFSSpec"),
+    };
 }
 
 } // namespace host::runtime::entries

@@ -11,8 +11,6 @@ MemoryBlockPayload *expectBlock(void *record, const char *user)
     return payloadOf<MemoryBlockPayload>(expectObject(record, user));
 }
 
-} // namespace
-
 void *newMemoryBlock(int32_t size)
 {
     if (creationFails(Creation::MemoryBlock))
@@ -31,6 +29,17 @@ int32_t memoryBlockSize(void *record)
 {
     MemoryBlockPayload *block = expectBlock(record, "memoryBlockGetSize");
     return block ? block->size : 0;
+}
+
+} // namespace
+
+Doors memoryBlockDoors()
+{
+    return {
+        entry<newMemoryBlock>("newMemoryBlock"),
+        entry<memoryBlockPointer>("memoryBlockGetPtr"),
+        entry<memoryBlockSize>("memoryBlockGetSize"),
+    };
 }
 
 } // namespace host::runtime::entries

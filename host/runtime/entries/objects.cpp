@@ -1,6 +1,7 @@
 #include "host/runtime/entries/entries.h"
 
 #include <algorithm>
+#include <functional>
 
 #include "host/runtime/calls.h"
 #include "host/runtime/entry_points.h"
@@ -69,16 +70,17 @@ FoundProperty findTyped(const Value &object, const char *name, Passing type)
     return found;
 }
 
-bool readTyped(void *record, const char *name, Passing type, Value &value, const char *user)
+// 1 when there is a property of that name and type; `take` takes what goes to `result` out of its value.
+template <class Result, class Take>
+Byte readTyped(void *record, const char *name, Passing type, const char *user, Result *result, Take take)
 {
     if (!expectObjectOrArray(record, user))
-        return false;
-    Value object = Value::borrowHandle(record);
-    FoundProperty found = findTyped(object, name, type);
+        return 0;
+    FoundProperty found = findTyped(Value::borrowHandle(record), name, type);
     if (found.own)
-        value = found.own->get(*static_cast<ObjectHandle *>(find(record)));
+        *result = std::invoke(take, found.own->get(*static_cast<ObjectHandle *>(find(record))));
     else if (found.ofVariants)
-        value = found.ofVariants->get(valueOfVariant(record));
+        *result = std::invoke(take, found.ofVariants->get(valueOfVariant(record)));
     return found.own || found.ofVariants;
 }
 
@@ -94,8 +96,6 @@ Byte writeTyped(void *record, const char *name, Passing type, const Value &value
     return 1;
 }
 
-} // namespace
-
 void registerPluginVersion(int32_t recordVersion)
 {
     state().reportedRecordVersion = recordVersion;
@@ -104,31 +104,6 @@ void registerPluginVersion(int32_t recordVersion)
 double getRBVersion()
 {
     return state().profile.versionNumber();
-}
-
-void registerClass(interface::ClassRecord9 *record)
-{
-    registerRecord(record);
-}
-
-void *newInstance(const char *className)
-{
-    const Class *hostClass = className ? findClass(className) : nullptr;
-    if (!hostClass || creationFails(creationOf(*hostClass)))
-        return nullptr;
-    return runtime::newInstance(*hostClass)->record;
-}
-
-void lockObject(void *object)
-{
-    if (Handle *handle = expectObjectOrArray(object, "REALLockObject"))
-        lock(*handle);
-}
-
-void unlockObject(void *object)
-{
-    if (Handle *handle = expectObjectOrArray(object, "REALUnlockObject"))
-        unlock(*handle);
 }
 
 void raiseException(void *exception)
@@ -182,58 +157,32 @@ void *loadGlobalMethod(void *module, const char *declaration)
 
 Byte getInt32Property(void *object, const char *name, int32_t *value)
 {
-    Value read;
-    if (!readTyped(object, name, Passing::Int32, read, "REALGetPropValueInt"))
-        return 0;
-    *value = read.int32();
-    return 1;
+    return readTyped(object, name, Passing::Int32, "REALGetPropValueInt", value, &Value::int32);
 }
 
 Byte getInt64Property(void *object, const char *name, int64_t *value)
 {
-    Value read;
-    if (!readTyped(object, name, Passing::Int64, read, "REALGetPropValueInt64"))
-        return 0;
-    *value = read.int64();
-    return 1;
+    return readTyped(object, name, Passing::Int64, "REALGetPropValueInt64", value, &Value::int64);
 }
 
 Byte getSingleProperty(void *object, const char *name, float *value)
 {
-    Value read;
-    if (!readTyped(object, name, Passing::Single, read, "REALGetPropValueSingle"))
-        return 0;
-    *value = read.single();
-    return 1;
+    return readTyped(object, name, Passing::Single, "REALGetPropValueSingle", value, &Value::single);
 }
 
 Byte getDoubleProperty(void *object, const char *name, double *value)
 {
-    Value read;
-    if (!readTyped(object, name, Passing::Double, read, "REALGetPropValueDouble"))
-        return 0;
-    *value = read.number();
-    return 1;
+    return readTyped(object, name, Passing::Double, "REALGetPropValueDouble", value, &Value::number);
 }
 
 Byte getStringProperty(void *object, const char *name, void **value)
 {
-    Value read;
-    if (!readTyped(object, name, Passing::String, read, "REALGetPropValueString"))
-        return 0;
-    *value = read.handle();
-    if (*value)
-        lock(*find(*value));
-    return 1;
+    return readTyped(object, name, Passing::String, "REALGetPropValueString", value, handOut);
 }
 
 Byte getObjectProperty(void *object, const char *name, void **value)
 {
-    Value read;
-    if (!readTyped(object, name, Passing::Object, read, "REALGetPropValueObject"))
-        return 0;
-    *value = handOut(read);
-    return 1;
+    return readTyped(object, name, Passing::Object, "REALGetPropValueObject", value, handOutVariant);
 }
 
 Byte setInt32Property(void *object, const char *name, int32_t value)
@@ -241,11 +190,66 @@ Byte setInt32Property(void *object, const char *name, int32_t value)
     return writeTyped(object, name, Passing::Int32, value, "REALSetPropValueInt");
 }
 
+} // namespace
+
+void registerClass(interface::ClassRecord9 *record)
+{
+    registerRecord(record);
+}
+
+void *newInstance(const char *className)
+{
+    const Class *hostClass = className ? findClass(className) : nullptr;
+    if (!hostClass || creationFails(creationOf(*hostClass)))
+        return nullptr;
+    return runtime::newInstance(*hostClass)->record;
+}
+
+void lockObject(void *object)
+{
+    if (Handle *handle = expectObjectOrArray(object, "REALLockObject"))
+        lock(*handle);
+}
+
+void unlockObject(void *object)
+{
+    if (Handle *handle = expectObjectOrArray(object, "REALUnlockObject"))
+        unlock(*handle);
+}
+
 Byte setStringProperty(void *object, const char *name, void *value)
 {
     Value string =
         expect(value, HandleKind::String, "REALSetPropValueString") ? Value::borrowHandle(value) : Value::nullString();
     return writeTyped(object, name, Passing::String, string, "REALSetPropValueString");
+}
+
+Doors objectDoors()
+{
+    constexpr double kAnyNumber = 0.001; // offered by every host that has a version number at all
+    return {
+        entry<registerPluginVersion>("RegisterPluginVersion"),
+        entry<getRBVersion>("REALGetRBVersion", kAnyNumber),
+        entry<registerClass>("PluginRegisterClass"),
+
+        entry<newInstance>("PluginNewInstance"),
+        entry<lockObject>("REALLockObject"),
+        entry<unlockObject>("REALUnlockObject"),
+        entry<raiseException>("RuntimeRaiseException"),
+        entry<classReference>("pluginObjectType"),
+        entry<objectIsA>("RuntimeObjectIsa"),
+        entry<loadObjectMethod>("REALLoadObjectMethod"),
+        entry<loadGlobalMethod>("REALLoadGlobalMethod"),
+
+        entry<getInt32Property>("REALGetPropValueInt"),
+        entry<getInt64Property>("REALGetPropValueInt64"),
+        entry<getSingleProperty>("REALGetPropValueSingle"),
+        entry<getDoubleProperty>("REALGetPropValueDouble"),
+        entry<getStringProperty>("REALGetPropValueString"),
+        entry<getObjectProperty>("REALGetPropValueObject"),
+        entry<setInt32Property>("REALSetPropValueInt"),
+        entry<setStringProperty>("REALSetPropValueString"),
+    };
 }
 
 } // namespace host::runtime::entries

@@ -18,20 +18,13 @@ void *newString(std::string_view bytes, uint32_t encoding)
     return creationFails(Creation::String) ? nullptr : (new StringHandle(bytes, encoding))->record;
 }
 
-} // namespace
-
 void lockString(void *string)
 {
     if (StringHandle *handle = expectString(string, "REALLockString"))
         lock(*handle);
 }
 
-void unlockString(void *string)
-{
-    if (StringHandle *handle = expectString(string, "REALUnlockString"))
-        unlock(*handle);
-}
-
+// Of unknown encoding.
 void *buildString(const char *bytes, int32_t length)
 {
     if (state().stringBuildingFault.strikes())
@@ -55,6 +48,7 @@ void setStringEncoding(void *string, uint32_t encoding)
         handle->setEncoding(encoding);
 }
 
+// Null when it cannot be converted.
 void *convertString(void *string, uint32_t encoding)
 {
     StringHandle *handle = expectString(string, "REALConvertString");
@@ -88,6 +82,7 @@ void disposeStringData(interface::StringData *data)
         unlock(*copy);
 }
 
+// A CFString that the caller owns; null for unknown bytes.
 const void *getStringCFString(void *string, Byte)
 {
     StringHandle *handle = expectString(string, "REALGetStringCFString");
@@ -110,6 +105,31 @@ int32_t stringLengthInBytes(void *string)
 {
     StringHandle *handle = expectString(string, "LenB");
     return handle ? handle->length() : 0;
+}
+
+} // namespace
+
+void unlockString(void *string)
+{
+    if (StringHandle *handle = expectString(string, "REALUnlockString"))
+        unlock(*handle);
+}
+
+Doors stringDoors()
+{
+    return {
+        entry<lockString>("REALLockString"),
+        entry<unlockString>("REALUnlockString"),
+        entry<buildString>("REALBuildString"),
+        entry<getStringEncoding>("REALGetStringEncoding"),
+        entry<setStringEncoding>("REALSetStringEncoding"),
+        entry<convertString>("REALConvertString"),
+        entry<getStringData>("PluginGetStringData", 2012.0),
+        entry<disposeStringData>("PluginDisposeStringData", 2012.0),
+        entry<getStringCFString>("REALGetStringCFString", 2012.0),
+        entry<stringGetCString>("StringGetCString"),
+        global<stringLengthInBytes>("LenB", "LenB( s as string ) as integer"),
+    };
 }
 
 } // namespace host::runtime::entries

@@ -19,40 +19,14 @@ Value valueOf(void *variant, const char *user)
     return expectObject(variant, user) ? valueOfVariant(variant) : Value();
 }
 
-} // namespace
-
 void *variantFromString(void *string)
 {
     bool isString = expect(string, HandleKind::String, "StringToVariant");
     return newCountedVariant(isString ? Value::borrowHandle(string) : Value::nullString());
 }
 
-void *variantFromInt32(int32_t value)
-{
-    return newCountedVariant(value);
-}
-
-void *variantFromUInt32(uint32_t value)
-{
-    return newCountedVariant(value);
-}
-
-void *variantFromInt64(int64_t value)
-{
-    return newCountedVariant(value);
-}
-
-void *variantFromUInt64(uint64_t value)
-{
-    return newCountedVariant(value);
-}
-
-void *variantFromSingle(float value)
-{
-    return newCountedVariant(value);
-}
-
-void *variantFromDouble(double value)
+template <class Number>
+void *variantFrom(Number value)
 {
     return newCountedVariant(value);
 }
@@ -64,10 +38,7 @@ void *variantFromBoolean(Byte value)
 
 void *variantToString(void *variant)
 {
-    Value string = variantAsString(valueOf(variant, "VariantToString"));
-    if (string.handle())
-        lock(*find(string.handle()));
-    return string.handle();
+    return handOut(variantAsString(valueOf(variant, "VariantToString")));
 }
 
 int32_t variantToInt32(void *variant)
@@ -93,6 +64,29 @@ double variantToDouble(void *variant)
 int32_t variantType(void *variant)
 {
     return valueOf(variant, "VarType").varType();
+}
+
+} // namespace
+
+Doors variantDoors()
+{
+    constexpr double kWithConversions = 2010.0; // before these, a Variant was read through its properties
+    return {
+        entry<variantFromString>("StringToVariant"),
+        entry<variantFrom<int32_t>>("Int32ToVariant"),
+        entry<variantFrom<uint32_t>>("UInt32ToVariant"),
+        entry<variantFrom<int64_t>>("Int64ToVariant"),
+        entry<variantFrom<uint64_t>>("UInt64ToVariant"),
+        entry<variantFrom<float>>("SingleToVariant"),
+        entry<variantFrom<double>>("DoubleToVariant"),
+        entry<variantFromBoolean>("BooleanToVariant"),
+        entry<variantToString>("VariantToString", kWithConversions),
+        entry<variantToInt32>("VariantToInt32", kWithConversions),
+        entry<variantToInt64>("VariantToInt64", kWithConversions),
+        entry<variantToSingle>("VariantToSingle", kWithConversions),
+        entry<variantToDouble>("VariantToDouble", kWithConversions),
+        global<variantType>("VarType", "VarType(value As Variant) As Int32"),
+    };
 }
 
 } // namespace host::runtime::entries
