@@ -4,7 +4,7 @@
 
 #include "host/exception.h"
 #include "host/interface/records.h"
-#include "host/runtime/currency.h"
+#include "host/runtime/passing.h"
 #include "host/runtime/state.h"
 
 namespace host::runtime {
@@ -16,7 +16,7 @@ struct ElementFacts {
     const char *name;
     size_t width;
     int32_t varType;
-    Passing passing;
+    Passing passing; // an element lies in storage as it is passed
 };
 
 const ElementFacts kElements[] = {
@@ -24,15 +24,15 @@ const ElementFacts kElements[] = {
     {ElementType::Single, "single", 4, kVarTypeSingle, Passing::Single},
     {ElementType::Double, "double", 8, kVarTypeDouble, Passing::Double},
     {ElementType::String, "string", 4, kVarTypeString, Passing::String},
-    {ElementType::Object, "object", 4, kVarTypeObject, Passing::Object},
+    {ElementType::Object, "object", 4, kVarTypeObject, Passing::Variant},
     {ElementType::Int64, "int64", 8, kVarTypeInt64, Passing::Int64},
     {ElementType::Boolean, "boolean", 1, kVarTypeBoolean, Passing::Boolean},
-    {ElementType::Date, "date", 4, kVarTypeDate, Passing::Object},
+    {ElementType::Date, "date", 4, kVarTypeDate, Passing::Variant},
     {ElementType::Currency, "currency", 8, kVarTypeCurrency, Passing::Currency},
     {ElementType::Color, "color", 4, kVarTypeColor, Passing::Color},
 };
 
-const ElementFacts &factsOf(ElementType type)
+const ElementFacts &elementFacts(ElementType type)
 {
     for (const ElementFacts &facts : kElements)
         if (facts.type == type)
@@ -45,18 +45,11 @@ bool holdsHandles(ElementType type)
     return type == ElementType::String || type == ElementType::Object || type == ElementType::Date;
 }
 
-template <class T>
-T read(const void *place)
+Slot slotOf(const void *element, size_t width)
 {
-    T value;
-    memcpy(&value, place, sizeof value);
-    return value;
-}
-
-template <class T>
-void write(void *place, T value)
-{
-    memcpy(place, &value, sizeof value);
+    Slot slot{};
+    memcpy(&slot, element, width);
+    return slot;
 }
 
 // The value as a handle that fits the element type, or nil.
@@ -73,17 +66,17 @@ Value handleFor(ElementType type, const Value &value)
 
 size_t elementWidth(ElementType type)
 {
-    return factsOf(type).width;
+    return elementFacts(type).width;
 }
 
 int32_t elementVarType(ElementType type)
 {
-    return factsOf(type).varType;
+    return elementFacts(type).varType;
 }
 
 const char *elementName(ElementType type)
 {
-    return factsOf(type).name;
+    return elementFacts(type).name;
 }
 
 ElementType elementTypeOf(const DeclaredType &type)
@@ -129,66 +122,28 @@ std::string ArrayHandle::what() const
 
 Handle *ArrayHandle::handleAt(int32_t index) const
 {
-    return holdsHandles(_type) ? find(read<void *>(raw(index))) : nullptr;
+    return holdsHandles(_type) ? find(slotOf(raw(index), _width).pointer) : nullptr;
 }
 
 Value ArrayHandle::at(int32_t index) const
 {
-    const void *place = raw(index);
-    switch (_type) {
-    case ElementType::Int32:
-        return read<int32_t>(place);
-    case ElementType::Int64:
-        return read<int64_t>(place);
-    case ElementType::Single:
-        return read<float>(place);
-    case ElementType::Double:
-        return read<double>(place);
-    case ElementType::Boolean:
-        return read<uint8_t>(place) != 0;
-    case ElementType::Currency:
-        return Value::currency(fromCurrency(read<int64_t>(place)));
-    case ElementType::Color:
-        return Value::color(read<uint32_t>(place));
-    case ElementType::String: {
-        void *string = read<void *>(place);
-        return string ? Value::borrow(string) : Value::nullString();
-    }
-    case ElementType::Object:
-    case ElementType::Date:
-        return Value::borrow(read<void *>(place));
-    }
-    return nullptr;
+    return receive({"", elementFacts(_type).passing, false}, slotOf(raw(index), _width), false);
 }
 
 void ArrayHandle::set(int32_t index, const Value &value)
 {
-    void *place = &_storage[size_t(index) * _width];
-    switch (_type) {
-    case ElementType::Int32:
-        return write(place, value.int32());
-    case ElementType::Int64:
-        return write(place, value.int64());
-    case ElementType::Single:
-        return write(place, value.single());
-    case ElementType::Double:
-        return write(place, value.number());
-    case ElementType::Boolean:
-        return write(place, uint8_t(value.boolean()));
-    case ElementType::Currency:
-        return write(place, toCurrency(value.number()));
-    case ElementType::Color:
-        return write(place, value.colorValue());
-    case ElementType::String:
-    case ElementType::Object:
-    case ElementType::Date:
-        break;
+    Slot slot{};
+    if (auto put = factsOf(elementFacts(_type).passing).put) {
+        put(value, slot);
+        memcpy(&_storage[size_t(index) * _width], &slot, _width);
+        return;
     }
     Value element = handleFor(_type, value);
     Handle *before = handleAt(index);
     if (Handle *now = find(element.handle()))
         hold(*now);
-    write(place, element.handle());
+    slot.pointer = element.handle();
+    memcpy(&_storage[size_t(index) * _width], &slot, _width);
     if (before)
         unhold(*before);
 }

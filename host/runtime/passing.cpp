@@ -19,7 +19,9 @@ PassingFacts integer(Passing passing, ffi_type *type, Value::Kind kind)
     return {passing, type, kind, int64_t(Limits::min()), uint64_t(Limits::max()),
             // Little-endian: the low bytes are the small types.
             [](const Value &value, Slot &slot) {
-                slot.uint64 = std::is_same_v<T, uint64_t> ? value.uint64() : uint64_t(value.int64());
+                slot.uint64 = std::is_same_v<T, uint64_t>  ? value.uint64()
+                              : std::is_same_v<T, int32_t> ? uint64_t(value.int32())
+                                                           : uint64_t(value.int64());
             },
             [](const Slot &slot) { return Value(Taken(T(slot.uint64))); }};
 }

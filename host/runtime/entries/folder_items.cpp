@@ -45,6 +45,19 @@ void *newCountedItem(const std::string &path)
     return creationFails(Creation::FolderItem) ? nullptr : newFolderItem(path)->record;
 }
 
+void *itemAt(const FSRef &ref)
+{
+    std::optional<std::string> path = pathOf(ref);
+    return path ? newCountedItem(*path) : nullptr;
+}
+
+// Of what need not be there.
+void *itemIn(const FSRef &folder, const std::optional<std::string> &name)
+{
+    std::optional<std::string> path = pathOf(folder);
+    return path && name ? newCountedItem(childPath(*path, *name)) : nullptr;
+}
+
 Byte fsRefFromFolderItem(void *record, FSRef *ref, HFSUniStr255 *name)
 {
     FolderItemPayload *item = expectItem(record, "REALFSRefFromFolderItem");
@@ -77,14 +90,9 @@ void *folderItemFromParent(const FSRef *parent, const HFSUniStr255 *name)
     }
     // What is there already is the item as the disk spells it.
     FSRef ref;
-    if (FSMakeFSRefUnicode(parent, name->length, name->unicode, 0, &ref) == noErr) {
-        std::optional<std::string> path = pathOf(ref);
-        return path ? newCountedItem(*path) : nullptr;
-    }
-    std::optional<std::string> folder = pathOf(*parent);
-    std::optional<std::string> leaf =
-        encodeText({reinterpret_cast<const char16_t *>(name->unicode), name->length}, kUTF8);
-    return folder && leaf ? newCountedItem(childPath(*folder, *leaf)) : nullptr;
+    if (FSMakeFSRefUnicode(parent, name->length, name->unicode, 0, &ref) == noErr)
+        return itemAt(ref);
+    return itemIn(*parent, encodeText({reinterpret_cast<const char16_t *>(name->unicode), name->length}, kUTF8));
 }
 
 void *folderItemFromFSSpec(const FSSpec *spec)
@@ -94,19 +102,14 @@ void *folderItemFromFSSpec(const FSSpec *spec)
         return nullptr;
     }
     FSRef ref;
-    if (FSpMakeFSRef(spec, &ref) == noErr) {
-        std::optional<std::string> path = pathOf(ref);
-        return path ? newCountedItem(*path) : nullptr;
-    }
+    if (FSpMakeFSRef(spec, &ref) == noErr)
+        return itemAt(ref);
     // Nothing is there yet: the folder that the FSSpec names, and the name in it.
     FSSpec folderSpec = *spec;
     folderSpec.name[0] = 0;
     std::string_view name(reinterpret_cast<const char *>(&spec->name[1]), spec->name[0]);
-    std::optional<std::string> leaf = convertText(name, kMacRoman, kUTF8);
-    if (!leaf || FSpMakeFSRef(&folderSpec, &ref) != noErr)
-        return nullptr;
-    std::optional<std::string> folder = pathOf(ref);
-    return folder ? newCountedItem(childPath(*folder, *leaf)) : nullptr;
+    bool hasFolder = FSpMakeFSRef(&folderSpec, &ref) == noErr;
+    return hasFolder ? itemIn(ref, convertText(name, kMacRoman, kUTF8)) : nullptr;
 }
 
 } // namespace
