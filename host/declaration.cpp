@@ -12,14 +12,15 @@ struct NamedType {
     Passing passing;
 };
 
+// Of several names for one type the usual one comes first.
 const NamedType kTypes[] = {
-    {"integer", Passing::Int32}, {"int32", Passing::Int32},       {"uinteger", Passing::UInt32},
-    {"uint32", Passing::UInt32}, {"int8", Passing::Int8},         {"uint8", Passing::UInt8},
-    {"byte", Passing::UInt8},    {"int16", Passing::Int16},       {"uint16", Passing::UInt16},
-    {"int64", Passing::Int64},   {"uint64", Passing::UInt64},     {"single", Passing::Single},
-    {"double", Passing::Double}, {"currency", Passing::Currency}, {"boolean", Passing::Boolean},
-    {"color", Passing::Color},   {"string", Passing::String},     {"variant", Passing::Variant},
-    {"ptr", Passing::Pointer},
+    {"Integer", Passing::Int32},   {"Int32", Passing::Int32},       {"UInt32", Passing::UInt32},
+    {"UInteger", Passing::UInt32}, {"Int8", Passing::Int8},         {"Byte", Passing::UInt8},
+    {"UInt8", Passing::UInt8},     {"Int16", Passing::Int16},       {"UInt16", Passing::UInt16},
+    {"Int64", Passing::Int64},     {"UInt64", Passing::UInt64},     {"Single", Passing::Single},
+    {"Double", Passing::Double},   {"Currency", Passing::Currency}, {"Boolean", Passing::Boolean},
+    {"Color", Passing::Color},     {"String", Passing::String},     {"Variant", Passing::Variant},
+    {"Ptr", Passing::Pointer},
 };
 
 char lower(char c)
@@ -142,6 +143,14 @@ DeclaredType declaredType(std::string_view name, bool isArray)
         if (equalIgnoringCase(known.name, name))
             type.passing = known.passing;
     return type;
+}
+
+std::string usualName(Passing passing)
+{
+    for (const NamedType &known : kTypes)
+        if (known.passing == passing)
+            return known.name;
+    return "";
 }
 
 bool DeclaredType::operator==(const DeclaredType &other) const

@@ -69,6 +69,9 @@ Declaration parseDeclaration(std::string_view text);
 // The type of a name in a declaration: "Integer" and "Int32" are the same, an unknown name is a class.
 DeclaredType declaredType(std::string_view name, bool isArray = false);
 
+// "Integer", "Byte"; empty for objects and for no type at all.
+std::string usualName(Passing passing);
+
 bool equalIgnoringCase(std::string_view a, std::string_view b);
 
 } // namespace host

@@ -64,11 +64,6 @@ Value handleFor(ElementType type, const Value &value)
 
 } // namespace
 
-size_t elementWidth(ElementType type)
-{
-    return elementFacts(type).width;
-}
-
 int32_t elementVarType(ElementType type)
 {
     return elementFacts(type).varType;
@@ -98,8 +93,8 @@ bool isElementType(int32_t code)
 }
 
 ArrayHandle::ArrayHandle(ElementType type, int32_t count)
-    : Handle(HandleKind::Array, sizeof(interface::ArrayRecord)), _type(type), _width(elementWidth(type)), _count(count),
-      _storage(size_t(count) * _width)
+    : Handle(HandleKind::Array, sizeof(interface::ArrayRecord)), _type(type), _width(elementFacts(type).width),
+      _count(count), _storage(size_t(count) * _width)
 {
     auto *array = static_cast<interface::ArrayRecord *>(record);
     array->mark = interface::kArrayMark;

@@ -38,7 +38,6 @@ private:
 
 ArrayHandle *expectArray(const void *record, const char *user);
 
-size_t elementWidth(ElementType type);
 int32_t elementVarType(ElementType type);
 const char *elementName(ElementType type); // "string"
 // The element type of an array declared with elements of that type; objects and Variants are both Object.

@@ -5,6 +5,7 @@
 
 #include "host/host.h"
 #include "host/runtime/arrays.h"
+#include "host/runtime/passing.h"
 #include "host/runtime/variants.h"
 #include "host/script/raised.h"
 
@@ -13,27 +14,7 @@ namespace script {
 using host::Passing;
 using host::Value;
 
-namespace {
-
-struct NamedPassing {
-    Passing passing;
-    const char *name;
-};
-
-const NamedPassing kNames[] = {
-    {Passing::Int8, "Int8"},     {Passing::UInt8, "Byte"},        {Passing::Int16, "Int16"},
-    {Passing::UInt16, "UInt16"}, {Passing::Int32, "Integer"},     {Passing::UInt32, "UInt32"},
-    {Passing::Int64, "Int64"},   {Passing::UInt64, "UInt64"},     {Passing::Single, "Single"},
-    {Passing::Double, "Double"}, {Passing::Currency, "Currency"}, {Passing::Boolean, "Boolean"},
-    {Passing::Color, "Color"},   {Passing::String, "String"},     {Passing::Variant, "Variant"},
-};
-
-bool isPlain(const Type &type, Passing passing)
-{
-    return !type.isArray && type.passing == passing;
-}
-
-bool isSubclass(const std::string &name, const std::string &ancestor)
+static bool isSubclass(const std::string &name, const std::string &ancestor)
 {
     const host::Host &host = host::Host::shared();
     std::string each = name;
@@ -45,8 +26,6 @@ bool isSubclass(const std::string &name, const std::string &ancestor)
     }
     return host::equalIgnoringCase(ancestor, "Object");
 }
-
-} // namespace
 
 Type nothing()
 {
@@ -82,46 +61,6 @@ Type arrayOf(const Type &element)
     return array;
 }
 
-bool isNothing(const Type &type)
-{
-    return isPlain(type, Passing::Nothing);
-}
-
-bool isNil(const Type &type)
-{
-    return isPlain(type, Passing::Pointer);
-}
-
-bool isVariant(const Type &type)
-{
-    return isPlain(type, Passing::Variant);
-}
-
-bool isInteger(const Type &type)
-{
-    return !type.isArray && type.passing >= Passing::Int8 && type.passing <= Passing::UInt64;
-}
-
-bool isNumber(const Type &type)
-{
-    return !type.isArray && type.passing >= Passing::Int8 && type.passing <= Passing::Currency;
-}
-
-bool isString(const Type &type)
-{
-    return isPlain(type, Passing::String);
-}
-
-bool isBoolean(const Type &type)
-{
-    return isPlain(type, Passing::Boolean);
-}
-
-bool isObject(const Type &type)
-{
-    return isPlain(type, Passing::Object);
-}
-
 static bool isMemoryBlock(const Type &type)
 {
     return isObject(type) && host::equalIgnoringCase(type.name, "MemoryBlock");
@@ -134,10 +73,8 @@ bool isDate(const Type &type)
 
 std::string nameOf(const Type &type)
 {
-    std::string name = type.name;
-    for (const NamedPassing &each : kNames)
-        if (each.passing == type.passing)
-            name = each.name;
+    bool hasName = type.passing == Passing::Object || type.passing == Passing::Pointer;
+    std::string name = hasName ? type.name : usualName(type.passing);
     if (type.passing == Passing::Object)
         if (const host::ClassDescription *description = host::Host::shared().findClass(type.name))
             name = description->name;
@@ -158,35 +95,11 @@ std::string articleAndName(const Type &type)
 
 Type typeOf(const Value &value)
 {
-    switch (value.kind()) {
-    case Value::Kind::Nothing:
+    if (value.isNil())
         return nilType();
-    case Value::Kind::Int32:
-        return typeNamed("Integer");
-    case Value::Kind::UInt32:
-        return typeNamed("UInt32");
-    case Value::Kind::Int64:
-        return typeNamed("Int64");
-    case Value::Kind::UInt64:
-        return typeNamed("UInt64");
-    case Value::Kind::Single:
-        return typeNamed("Single");
-    case Value::Kind::Double:
-        return typeNamed("Double");
-    case Value::Kind::Currency:
-        return typeNamed("Currency");
-    case Value::Kind::Boolean:
-        return typeNamed("Boolean");
-    case Value::Kind::Color:
-        return typeNamed("Color");
-    case Value::Kind::String:
-        return typeNamed("String");
-    case Value::Kind::Object:
+    if (value.isObject())
         return classType(value.className());
-    case Value::Kind::Array:
-        return typeNamed("Variant", true);
-    }
-    return nothing();
+    return value.isArray() ? typeNamed("Variant", true) : typeNamed(value.typeName());
 }
 
 int fit(const Type &declared, const Type &given)
@@ -236,32 +149,16 @@ Value initialValue(const Type &type)
     }
 }
 
+// An integer keeps its low bits.
 static Value asNumber(const Value &value, Passing passing)
 {
-    switch (passing) {
-    case Passing::Int8:
-        return Value(int(int8_t(host::runtime::variantAsInt64(value))));
-    case Passing::UInt8:
-        return Value(int(uint8_t(host::runtime::variantAsInt64(value))));
-    case Passing::Int16:
-        return Value(int(int16_t(host::runtime::variantAsInt64(value))));
-    case Passing::UInt16:
-        return Value(int(uint16_t(host::runtime::variantAsInt64(value))));
-    case Passing::Int32:
-        return Value(int32_t(host::runtime::variantAsInt64(value)));
-    case Passing::UInt32:
-        return Value(uint32_t(host::runtime::variantAsInt64(value)));
-    case Passing::Int64:
-        return Value(static_cast<long long>(host::runtime::variantAsInt64(value)));
-    case Passing::UInt64:
-        return Value(static_cast<unsigned long long>(host::runtime::variantAsInt64(value)));
-    case Passing::Single:
-        return Value(float(host::runtime::variantAsDouble(value)));
-    case Passing::Currency:
-        return Value::currency(host::runtime::variantAsDouble(value));
-    default:
-        return Value(host::runtime::variantAsDouble(value));
-    }
+    host::runtime::Slot slot;
+    slot.uint64 = uint64_t(host::runtime::variantAsInt64(value));
+    double real = host::runtime::variantAsDouble(value);
+    return passing == Passing::Single     ? Value(float(real))
+           : passing == Passing::Double   ? Value(real)
+           : passing == Passing::Currency ? Value::currency(real)
+                                          : host::runtime::factsOf(passing).take(slot);
 }
 
 Value converted(const Value &given, const Type &declared, const Place &place)

@@ -14,14 +14,20 @@ Type classType(const std::string &name);
 Type elementOf(const Type &array);
 Type arrayOf(const Type &element);
 
-bool isNothing(const Type &type);
-bool isNil(const Type &type);
-bool isVariant(const Type &type);
-bool isInteger(const Type &type);
-bool isNumber(const Type &type);
-bool isString(const Type &type);
-bool isBoolean(const Type &type);
-bool isObject(const Type &type); // of a class, not an array
+// Not an array, and of one of these.
+template <host::Passing first, host::Passing last = first>
+bool isOf(const Type &type)
+{
+    return !type.isArray && type.passing >= first && type.passing <= last;
+}
+constexpr auto isNothing = isOf<host::Passing::Nothing>;
+constexpr auto isNil = isOf<host::Passing::Pointer>;
+constexpr auto isVariant = isOf<host::Passing::Variant>;
+constexpr auto isInteger = isOf<host::Passing::Int8, host::Passing::UInt64>;
+constexpr auto isNumber = isOf<host::Passing::Int8, host::Passing::Currency>;
+constexpr auto isString = isOf<host::Passing::String>;
+constexpr auto isBoolean = isOf<host::Passing::Boolean>;
+constexpr auto isObject = isOf<host::Passing::Object>; // of a class
 bool isDate(const Type &type);
 
 // "Integer", "String()", "NSUserDefaultsKTZ": the language's own spelling.
