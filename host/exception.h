@@ -15,6 +15,8 @@ struct RaisedException {
     std::string className;
     std::string message;
     int32_t errorNumber = 0;
+
+    std::string text() const { return className + ": " + message; }
 };
 
 // Delivered when control is back in host code. `raised` holds everything that was raised during the call in the order

@@ -9,6 +9,7 @@
 #include "host/plughost/errors.h"
 #include "host/plughost/strict_json.h"
 #include "host/plughost/text_forms.h"
+#include "host/runtime/text.h"
 
 namespace plughost {
 
@@ -91,7 +92,7 @@ static Json jsonOfObject(const Value &object)
     if (object.isA("Date"))
         return tagged("$date", textOfDate(object));
     if (object.isA("MemoryBlock"))
-        return tagged("$data", textOfBytes(object.bytes()));
+        return tagged("$data", host::runtime::hexadecimalOf(object.bytes()));
     if (object.isA("FolderItem"))
         return tagged("$file", object.path());
     return tagged("$object", object.className());

@@ -112,7 +112,7 @@ static void printLine(std::string line)
 static void printRaised(const std::vector<host::RaisedException> &raised)
 {
     for (const host::RaisedException &exception : raised)
-        printLine(exception.className + ": " + exception.message);
+        printLine(exception.text());
 }
 
 static int runAndReport(const Options &options, const std::function<void(Session &)> &body)

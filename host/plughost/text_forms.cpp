@@ -127,16 +127,6 @@ std::string bytesOfText(const std::string &text)
     return bytes;
 }
 
-std::string textOfBytes(const std::string &bytes)
-{
-    std::string text;
-    for (unsigned char byte : bytes) {
-        text += "0123456789abcdef"[byte >> 4];
-        text += "0123456789abcdef"[byte & 15];
-    }
-    return text;
-}
-
 Value fileOfText(const std::string &path)
 {
     if (path.empty())
@@ -174,11 +164,8 @@ Value dateOfText(const std::string &text)
 
 std::string textOfDate(const Value &date)
 {
-    auto part = [&](const char *name) { return int(date.property(name).int32()); };
-    char buffer[96];
-    snprintf(buffer, sizeof buffer, "%04d-%02d-%02dT%02d:%02d:%02d", part("Year"), part("Month"), part("Day"),
-             part("Hour"), part("Minute"), part("Second"));
-    return buffer;
+    std::string text = date.property("SQLDateTime").text();
+    return text.replace(text.find(' '), 1, "T");
 }
 
 } // namespace plughost

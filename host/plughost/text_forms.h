@@ -15,7 +15,6 @@ double doubleOfText(const std::string &text); // "NaN", "Infinity" and "-Infinit
 std::string textOfDouble(double value);       // the shortest text that gives the same value again
 std::string textOfSingle(float value);
 std::string bytesOfText(const std::string &hexadecimal);
-std::string textOfBytes(const std::string &bytes);
 host::Value dateOfText(const std::string &iso8601); // without a zone: wall-clock time
 std::string textOfDate(const host::Value &date);
 host::Value fileOfText(const std::string &path); // made absolute; the folder it lies in must exist

@@ -4,6 +4,7 @@
 #include "host/plughost/files.h"
 #include "host/plughost/json_value.h"
 #include "host/plughost/text_forms.h"
+#include "host/runtime/text.h"
 
 namespace plughost {
 
@@ -160,7 +161,7 @@ std::string textOfValue(const Value &value)
         break;
     }
     if (value.isA("MemoryBlock"))
-        return textOfBytes(value.bytes());
+        return host::runtime::hexadecimalOf(value.bytes());
     if (value.isA("FolderItem"))
         return value.path();
     if (value.isA("Date"))

@@ -9,7 +9,7 @@
 namespace host {
 
 Exception::Exception(std::vector<RaisedException> raised)
-    : std::runtime_error(raised.front().className + ": " + raised.front().message), _raised(std::move(raised))
+    : std::runtime_error(raised.front().text()), _raised(std::move(raised))
 {
 }
 
@@ -17,22 +17,11 @@ namespace runtime {
 
 namespace {
 
-struct OwnException {
-    const char *name;
-    const char *superName;
-};
-
-const OwnException kExceptions[] = {
-    {"RuntimeException", ""},
-    {"FunctionNotFoundException", "RuntimeException"},
-    {"IllegalCastException", "RuntimeException"},
-    {"KeyNotFoundException", "RuntimeException"},
-    {"NilObjectException", "RuntimeException"},
-    {"OutOfBoundsException", "RuntimeException"},
-    {"OutOfMemoryException", "RuntimeException"},
-    {"TypeMismatchException", "RuntimeException"},
-    {"UnsupportedFormatException", "RuntimeException"},
-    {"UnsupportedOperationException", "RuntimeException"},
+const char kRoot[] = "RuntimeException";
+const char *const kSubclasses[] = {
+    "FunctionNotFoundException", "IllegalCastException",       "KeyNotFoundException",
+    "NilObjectException",        "OutOfBoundsException",       "OutOfMemoryException",
+    "TypeMismatchException",     "UnsupportedFormatException", "UnsupportedOperationException",
 };
 
 ExceptionPayload &exceptionOf(ObjectHandle &object)
@@ -59,7 +48,7 @@ void raiseObject(ObjectHandle &exception)
 void raiseException(const std::string &className, const std::string &message, int32_t errorNumber)
 {
     const Class *known = findClass(className);
-    ObjectHandle *exception = newInstance(known ? *known : *findClass("RuntimeException"));
+    ObjectHandle *exception = newInstance(known ? *known : *findClass(kRoot));
     Value owner = Value::adoptHandle(exception->record);
     exceptionOf(*exception).message = message;
     exceptionOf(*exception).errorNumber = errorNumber;
@@ -79,10 +68,9 @@ std::vector<RaisedException> PendingScope::take()
 
 void addExceptionClasses()
 {
-    for (const OwnException &own : kExceptions)
-        addOwnClass(own.name, own.superName, nullptr);
-    Class &root = *const_cast<Class *>(findClass("RuntimeException"));
-    root.makePayload = [] { return std::make_unique<ExceptionPayload>(); };
+    Class &root = addOwnClass(kRoot, "", [] { return std::make_unique<ExceptionPayload>(); });
+    for (const char *name : kSubclasses)
+        addOwnClass(name, kRoot, nullptr);
     root.properties.push_back({"Message", Passing::String,
                                [](ObjectHandle &object) { return exceptionOf(object).message; },
                                [](ObjectHandle &object, const Value &value) { exceptionOf(object).message = value; }});

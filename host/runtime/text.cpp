@@ -268,6 +268,15 @@ std::optional<std::string> convertText(std::string_view bytes, uint32_t from, ui
     return encodeText(*units, to);
 }
 
+std::string hexadecimalOf(std::string_view bytes)
+{
+    std::string digits;
+    for (unsigned char byte : bytes)
+        for (int digit : {byte >> 4, byte & 15})
+            digits += "0123456789abcdef"[digit];
+    return digits;
+}
+
 std::string encodingName(uint32_t encoding)
 {
     for (const NamedEncoding &known : kEncodings)

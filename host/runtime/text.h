@@ -17,6 +17,9 @@ std::optional<std::string> encodeText(std::u16string_view units, uint32_t encodi
 
 std::optional<std::string> convertText(std::string_view bytes, uint32_t from, uint32_t to);
 
+// "00ff10"
+std::string hexadecimalOf(std::string_view bytes);
+
 std::string encodingName(uint32_t encoding); // "UTF-8", "0x00000A01"
 
 } // namespace host::runtime

@@ -46,6 +46,7 @@ const LibraryRows &libraryRows()
 {
     static const LibraryRows *all = [] {
         auto *made = new LibraryRows;
+        using namespace library;
         for (auto part : {textRows, numberRows, valueRows, dateRows, memoryBlockRows, fileRows, hostRows})
             for (LibraryRow &row : part())
                 made->push_back(std::move(row));

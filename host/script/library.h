@@ -53,6 +53,20 @@ std::vector<std::string> librarySharedNames(const std::string &owner);
 using LibraryRows = std::vector<LibraryRow>;
 const LibraryRows &libraryRows();
 
+namespace library {
+
+using host::Value;
+
+// What a row is run with.
+using A = host::Arguments &;
+using At = const Place &;
+
+template <auto value>
+Value constant(A, At)
+{
+    return Value(value);
+}
+
 // One function for each file of library/.
 LibraryRows textRows();
 LibraryRows numberRows();
@@ -61,5 +75,7 @@ LibraryRows dateRows();
 LibraryRows memoryBlockRows();
 LibraryRows fileRows();
 LibraryRows hostRows();
+
+} // namespace library
 
 } // namespace script

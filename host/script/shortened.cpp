@@ -3,12 +3,9 @@
 #include <algorithm>
 #include <cstddef>
 
-namespace script {
+#include "host/script/source.h"
 
-static bool startsCharacter(char byte)
-{
-    return (byte & 0xC0) != 0x80;
-}
+namespace script {
 
 // 1,234,567
 static std::string grouped(std::ptrdiff_t number)

@@ -11,11 +11,6 @@ Place spanning(const Place &first, const Place &last)
     return {first.source, first.offset, last.offset + last.length - first.offset};
 }
 
-static bool startsCharacter(char byte)
-{
-    return (byte & 0xC0) != 0x80;
-}
-
 static size_t characters(const std::string &utf8)
 {
     return size_t(std::count_if(utf8.begin(), utf8.end(), startsCharacter));

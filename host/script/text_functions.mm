@@ -2,17 +2,17 @@
 
 #include <Foundation/Foundation.h>
 
+#include "host/script/source.h"
+
 namespace script {
 
 std::vector<std::string> charactersOf(const std::string &utf8)
 {
     std::vector<std::string> characters;
     for (char byte : utf8) {
-        bool continues = (byte & 0xC0) == 0x80;
-        if (continues && !characters.empty())
-            characters.back() += byte;
-        else
-            characters.emplace_back(1, byte);
+        if (startsCharacter(byte) || characters.empty())
+            characters.emplace_back();
+        characters.back() += byte;
     }
     return characters;
 }

@@ -54,7 +54,7 @@ std::vector<std::string> raisedTexts(const host::Outcome &outcome)
 {
     std::vector<std::string> texts;
     for (const host::RaisedException &raised : outcome.raised)
-        texts.push_back(raised.className + ": " + raised.message);
+        texts.push_back(raised.text());
     return texts;
 }
 

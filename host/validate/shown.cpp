@@ -1,6 +1,7 @@
 // Values in words.
 #include <cstdio>
 
+#include "host/runtime/text.h"
 #include "host/validate/ground.h"
 
 namespace validate {
@@ -12,17 +13,6 @@ static std::string number(const char *kind, double value)
     char text[64];
     snprintf(text, sizeof text, "%s %.17g", kind, value);
     return text;
-}
-
-static std::string shownBytes(const std::string &bytes)
-{
-    std::string text = "<";
-    for (unsigned char byte : bytes) {
-        char digits[3];
-        snprintf(digits, sizeof digits, "%02x", byte);
-        text += digits;
-    }
-    return text + ">";
 }
 
 static std::string shownString(const Value &string)
@@ -45,25 +35,16 @@ static std::string shownDictionary(const Value &dictionary)
     return text + "}";
 }
 
-static std::string shownDate(const Value &date)
-{
-    char text[64];
-    snprintf(text, sizeof text, "date %04d-%02d-%02d %02d:%02d:%02d", int(date.property("Year").int32()),
-             int(date.property("Month").int32()), int(date.property("Day").int32()), int(date.property("Hour").int32()),
-             int(date.property("Minute").int32()), int(date.property("Second").int32()));
-    return text;
-}
-
 static std::string shownObject(const Value &object)
 {
     if (object.isA("Dictionary"))
         return shownDictionary(object);
     if (object.isA("MemoryBlock"))
-        return shownBytes(object.bytes());
+        return "<" + host::runtime::hexadecimalOf(object.bytes()) + ">";
     if (object.isA("FolderItem"))
         return "file " + object.path();
     if (object.isA("Date"))
-        return shownDate(object);
+        return "date " + object.property("SQLDateTime").text();
     return object.className();
 }
 

@@ -5,6 +5,8 @@
 #include <cstdio>
 #include <map>
 
+#include "host/runtime/text.h"
+
 @interface ValidationException : NSException
 @end
 
@@ -66,18 +68,6 @@ static std::string shownEntries(NSDictionary *dictionary)
     return "{" + text + "}";
 }
 
-static std::string shownData(NSData *data)
-{
-    std::string text = "{";
-    const unsigned char *bytes = static_cast<const unsigned char *>([data bytes]);
-    for (NSUInteger i = 0; i < [data length]; i++) {
-        char digits[3];
-        snprintf(digits, sizeof digits, "%02x", bytes[i]);
-        text += digits;
-    }
-    return text + "}";
-}
-
 // Every unit beyond ASCII by its number, so that any text can be shown and none is taken for another.
 static std::string shownText(NSString *string)
 {
@@ -126,7 +116,7 @@ std::string shownObjectOfCocoa(void *pointer)
     if ([object isKindOfClass:[NSDictionary class]])
         return shownEntries(object);
     if ([object isKindOfClass:[NSData class]])
-        return shownData(object);
+        return "{" + host::runtime::hexadecimalOf({static_cast<const char *>([object bytes]), [object length]}) + "}";
     if ([object isKindOfClass:[NSCalendarDate class]])
         return "date " + std::string([[object descriptionWithCalendarFormat:@"%Y-%m-%d %H:%M:%S"] UTF8String]);
     if ([object isKindOfClass:[NSValue class]])

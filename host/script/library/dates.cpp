@@ -3,15 +3,9 @@
 
 #include "host/script/library.h"
 
-namespace script {
-
-using host::Arguments;
-using host::Value;
+namespace script::library {
 
 namespace {
-
-using A = Arguments &;
-using At = const Place &;
 
 // The date's parts with a weekday and a day of the year.
 tm partsOf(const Value &date)
@@ -28,27 +22,14 @@ tm partsOf(const Value &date)
     return whole;
 }
 
-std::string formatted(const Value &date, const char *format)
+// "%" in a format of the C library, which begins numbers with 0 where these texts do not: "-" leaves that out.
+Value formatted(const Value &date, const char *format)
 {
     tm parts = partsOf(date);
     char text[80];
     strftime(text, sizeof text, format, &parts);
     return text;
 }
-
-// "%" in a format of the C library, which begins numbers with 0 where these texts do not: "-" leaves that out.
-template <const char *const *Format>
-Value text(A a, At)
-{
-    return Value(formatted(a[0], *Format));
-}
-
-const char *const kSQLDate = "%Y-%m-%d";
-const char *const kShortDate = "%-m/%-d/%y";
-const char *const kAbbreviatedDate = "%b %-d, %Y";
-const char *const kLongDate = "%A, %B %-d, %Y";
-const char *const kShortTime = "%-I:%M %p";
-const char *const kLongTime = "%-I:%M:%S %p";
 
 Value setSQLDate(A a, At place)
 {
@@ -66,14 +47,14 @@ Value setSQLDate(A a, At place)
 LibraryRows dateRows()
 {
     return {
-        {"Date.AbbreviatedDate As String", text<&kAbbreviatedDate>},
+        {"Date.AbbreviatedDate As String", [](A a, At) { return formatted(a[0], "%b %-d, %Y"); }},
         {"Date.DayOfWeek As Integer", [](A a, At) { return Value(partsOf(a[0]).tm_wday + 1); }},
         {"Date.DayOfYear As Integer", [](A a, At) { return Value(partsOf(a[0]).tm_yday + 1); }},
-        {"Date.LongDate As String", text<&kLongDate>},
-        {"Date.LongTime As String", text<&kLongTime>},
-        {"Date.ShortDate As String", text<&kShortDate>},
-        {"Date.ShortTime As String", text<&kShortTime>},
-        {"Date.SQLDate As String", text<&kSQLDate>, setSQLDate},
+        {"Date.LongDate As String", [](A a, At) { return formatted(a[0], "%A, %B %-d, %Y"); }},
+        {"Date.LongTime As String", [](A a, At) { return formatted(a[0], "%-I:%M:%S %p"); }},
+        {"Date.ShortDate As String", [](A a, At) { return formatted(a[0], "%-m/%-d/%y"); }},
+        {"Date.ShortTime As String", [](A a, At) { return formatted(a[0], "%-I:%M %p"); }},
+        {"Date.SQLDate As String", [](A a, At) { return formatted(a[0], "%Y-%m-%d"); }, setSQLDate},
         {"Date.WeekOfYear As Integer",
          [](A a, At) {
              tm parts = partsOf(a[0]);
@@ -83,4 +64,4 @@ LibraryRows dateRows()
     };
 }
 
-} // namespace script
+} // namespace script::library

@@ -4,26 +4,13 @@
 #include "host/script/interpreter.h"
 #include "host/script/library.h"
 
-namespace script {
-
-using host::Arguments;
-using host::Value;
+namespace script::library {
 
 namespace {
 
-using A = Arguments &;
-using At = const Place &;
-
 // The embedded host plays one for 32-bit Intel Macs, wherever it runs itself.
-Value yes(A, At)
-{
-    return Value(true);
-}
-
-Value no(A, At)
-{
-    return Value(false);
-}
+constexpr auto yes = constant<true>;
+constexpr auto no = constant<false>;
 
 // Hosts without a version number are named after their year.
 double version()
@@ -104,4 +91,4 @@ LibraryRows hostRows()
     };
 }
 
-} // namespace script
+} // namespace script::library

@@ -7,24 +7,13 @@
 
 #include "host/script/library.h"
 
-namespace script {
+namespace script::library {
 
-using host::Arguments;
-using host::Value;
 namespace fs = std::filesystem;
 
 namespace {
 
-using A = Arguments &;
-using At = const Place &;
-
 enum PathType { kAbsolutePath, kShellPath, kURLPath, kNativePath };
-
-template <int number>
-Value constant(A, At)
-{
-    return Value(number);
-}
 
 constexpr char kFileScheme[] = "file://";
 
@@ -144,4 +133,4 @@ LibraryRows fileRows()
     };
 }
 
-} // namespace script
+} // namespace script::library

@@ -3,15 +3,9 @@
 
 #include "host/script/library.h"
 
-namespace script {
-
-using host::Arguments;
-using host::Value;
+namespace script::library {
 
 namespace {
-
-using A = Arguments &;
-using At = const Place &;
 
 // The bytes from an offset on; throws Raised when there are fewer.
 uint8_t *bytesAt(const Value &block, int64_t offset, int64_t length, const Place &place)
@@ -84,11 +78,6 @@ Value writeCString(A a, At place)
     return Value();
 }
 
-Value isLittleEndian(A, At)
-{
-    return Value(true);
-}
-
 Value setLittleEndian(A a, At place)
 {
     if (!a[1].boolean())
@@ -110,7 +99,7 @@ LibraryRows memoryBlockRows()
         {"MemoryBlock.Int32Value(offset As Integer) As Integer", read<int32_t>, write<int32_t>},
         {"MemoryBlock.Int64Value(offset As Integer) As Int64", read<int64_t>, write<int64_t>},
         {"MemoryBlock.Int8Value(offset As Integer) As Integer", read<int8_t>, write<int8_t>},
-        {"MemoryBlock.LittleEndian As Boolean", isLittleEndian, setLittleEndian},
+        {"MemoryBlock.LittleEndian As Boolean", constant<true>, setLittleEndian},
         {"MemoryBlock.Long(offset As Integer) As Integer", read<int32_t>, write<int32_t>},
         {"MemoryBlock.Short(offset As Integer) As Integer", read<int16_t>, write<int16_t>},
         {"MemoryBlock.SingleValue(offset As Integer) As Single", read<float>, write<float>},
@@ -122,4 +111,4 @@ LibraryRows memoryBlockRows()
     };
 }
 
-} // namespace script
+} // namespace script::library

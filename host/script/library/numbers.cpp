@@ -6,15 +6,9 @@
 #include "host/script/library.h"
 #include "host/script/library/format_number.h"
 
-namespace script {
-
-using host::Arguments;
-using host::Value;
+namespace script::library {
 
 namespace {
-
-using A = Arguments &;
-using At = const Place &;
 
 template <double (*Function)(double)>
 Value real(A a, At)
@@ -154,4 +148,4 @@ LibraryRows numberRows()
     };
 }
 
-} // namespace script
+} // namespace script::library

@@ -1,13 +1,11 @@
 // Texts, in characters, which are code points and are counted from 1. Looking for a text takes no notice of case.
 #include <algorithm>
 
+#include "host/runtime/text.h"
 #include "host/script/library.h"
 #include "host/script/text_functions.h"
 
-namespace script {
-
-using host::Arguments;
-using host::Value;
+namespace script::library {
 
 namespace {
 
@@ -60,7 +58,7 @@ Value positionOf(const std::string &text, const std::string &part, int32_t start
     return Value(places.empty() ? 0 : int32_t(places.front()) + 1);
 }
 
-Value replaced(const Arguments &a, size_t most)
+Value replaced(A a, size_t most)
 {
     std::string text = a[0].text(), result;
     Characters characters = charactersOf(text);
@@ -85,12 +83,12 @@ std::vector<std::string> fieldsOf(const std::string &text, const std::string &se
     return fields;
 }
 
-std::string separatorIn(const Arguments &a)
+std::string separatorIn(A a)
 {
     return a.size() > 1 ? a[1].text() : " ";
 }
 
-Value split(const Arguments &a)
+Value split(A a)
 {
     Value parts = Value::strings({});
     std::string separator = separatorIn(a);
@@ -99,7 +97,7 @@ Value split(const Arguments &a)
     return parts;
 }
 
-Value join(const Arguments &a)
+Value join(A a)
 {
     std::string text;
     for (int32_t i = 0; i < a[0].count(); i++)
@@ -107,7 +105,7 @@ Value join(const Arguments &a)
     return text;
 }
 
-Value nthField(const Arguments &a)
+Value nthField(A a)
 {
     std::vector<std::string> fields = fieldsOf(a[0].text(), a[1].text());
     int32_t number = a[2].int32();
@@ -145,19 +143,10 @@ Value codeOf(const std::string &text)
 }
 
 // Byte for byte with mode 0, without regard to case otherwise.
-Value compared(const Arguments &a)
+Value compared(A a)
 {
     int order = a[2].int32() == 0 ? a[0].bytes().compare(a[1].bytes()) : compareText(a[0].text(), a[1].text());
     return Value(order < 0 ? -1 : order > 0);
-}
-
-Value hexadecimalOf(const std::string &bytes)
-{
-    std::string text;
-    for (unsigned char byte : bytes)
-        for (int digit : {byte >> 4, byte & 15})
-            text += "0123456789ABCDEF"[digit];
-    return text;
 }
 
 Value bytesOf(const std::string &hexadecimal)
@@ -167,9 +156,6 @@ Value bytesOf(const std::string &hexadecimal)
         bytes += char(strtol(hexadecimal.substr(i, 2).c_str(), nullptr, 16));
     return Value::string(bytes, host::kUnknownEncoding);
 }
-
-using A = Arguments &;
-using At = const Place &;
 
 } // namespace
 
@@ -189,7 +175,8 @@ LibraryRows textRows()
         {"DecodeHex(text As String) As String", [](A a, At) { return bytesOf(a[0].text()); }},
         {"EncodeBase64(bytes As String, Optional lineLength As Integer) As String",
          [](A a, At) { return Value(base64Of(a[0].bytes(), size_t(std::max(a.size() > 1 ? a[1].int32() : 76, 0)))); }},
-        {"EncodeHex(bytes As String) As String", [](A a, At) { return hexadecimalOf(a[0].bytes()); }},
+        {"EncodeHex(bytes As String) As String",
+         [](A a, At) { return Value(uppercase(host::runtime::hexadecimalOf(a[0].bytes()))); }},
         {"EndOfLine As String", [](A, At) { return Value("\n"); }},
         {"Shared EndOfLine.Macintosh As String", [](A, At) { return Value("\r"); }},
         {"Shared EndOfLine.Unix As String", [](A, At) { return Value("\n"); }},
@@ -235,4 +222,4 @@ LibraryRows textRows()
     };
 }
 
-} // namespace script
+} // namespace script::library

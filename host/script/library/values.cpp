@@ -1,21 +1,9 @@
 // Variants, colours, and the numbers by which VarType tells types.
 #include "host/script/library.h"
 
-namespace script {
-
-using host::Arguments;
-using host::Value;
+namespace script::library {
 
 namespace {
-
-using A = Arguments &;
-using At = const Place &;
-
-template <int number>
-Value constant(A, At)
-{
-    return Value(number);
-}
 
 template <int shift>
 Value partOf(A a, At)
@@ -59,4 +47,4 @@ LibraryRows valueRows()
     };
 }
 
-} // namespace script
+} // namespace script::library
