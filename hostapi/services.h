@@ -95,10 +95,12 @@ void REALInsertArrayValueObject(REALarray array, int32_t index, REALobject value
 
 // The element at an index through the host's read procedure for that array, which is asked for anew each
 // time. Zero, false or null when the host has none; strings and objects come locked for the caller.
-int32_t REALGetArrayValueInt32(REALarray array, int32_t index);
-int64_t REALGetArrayValueInt64(REALarray array, int32_t index);
-uint8_t REALGetArrayValueUInt8(REALarray array, int32_t index);
-float REALGetArrayValueSingle(REALarray array, int32_t index);
-double REALGetArrayValueDouble(REALarray array, int32_t index);
-REALstring REALGetArrayValueString(REALarray array, int32_t index);
-REALobject REALGetArrayValueObject(REALarray array, int32_t index);
+template <typename Value>
+using ArrayElement = Value(REALarray array, int32_t index);
+ArrayElement<int32_t> REALGetArrayValueInt32;
+ArrayElement<int64_t> REALGetArrayValueInt64;
+ArrayElement<uint8_t> REALGetArrayValueUInt8;
+ArrayElement<float> REALGetArrayValueSingle;
+ArrayElement<double> REALGetArrayValueDouble;
+ArrayElement<REALstring> REALGetArrayValueString;
+ArrayElement<REALobject> REALGetArrayValueObject;

@@ -26,33 +26,25 @@ REALstring getNSUserDefaultsDidChangeNotification();
 void resetStandardUserDefaults();
 REALobject standardUserDefaults();
 
-// Numbers, booleans and text (userdefaults/scalar_accessors.mm, userdefaults/text_accessors.mm)
-int32_t integerForKey(REALobject self, REALstring key);
-void setIntegerForKey(REALobject self, REALstring key, int32_t value);
-float floatForKey(REALobject self, REALstring key);
-void setFloatForKey(REALobject self, REALstring key, float value);
-double doubleForKey(REALobject self, REALstring key);
-void setDoubleForKey(REALobject self, REALstring key, double value);
-int32_t boolForKey(REALobject self, REALstring key); // the byte, sign-extended
-void setBoolForKey(REALobject self, REALstring key, int8_t value);
-REALstring stringForKey(REALobject self, REALstring key);
-void setStringForKey(REALobject self, REALstring key, REALstring value);
-REALstring URLForKey(REALobject self, REALstring key);
-void setURLForKey(REALobject self, REALstring key, REALstring value);
+// What is stored under a key (userdefaults/scalar_accessors.mm, userdefaults/text_accessors.mm,
+// userdefaults/object_accessors.mm, userdefaults/array_accessors.mm). boolForKey gives the byte, sign-extended.
+template <typename Value>
+using Getter = Value(REALobject self, REALstring key);
+template <typename Value>
+using Setter = void(REALobject self, REALstring key, Value value);
 
-// Objects and collections (userdefaults/object_accessors.mm, userdefaults/array_accessors.mm)
-REALmemoryBlock dataForKey(REALobject self, REALstring key);
-void setDataForKey(REALobject self, REALstring key, REALmemoryBlock value);
-REALobject objectForKey(REALobject self, REALstring key);
-void setObjectForKey(REALobject self, REALstring key, REALobject value);
-REALfolderItem fileForKey(REALobject self, REALstring key);
-void setFileForKey(REALobject self, REALstring key, REALfolderItem value);
-REALarray stringArrayForKey(REALobject self, REALstring key);
-void setStringArrayForKey(REALobject self, REALstring key, REALarray values);
-REALdictionary dictionaryForKey(REALobject self, REALstring key);
-void setDictionaryForKey(REALobject self, REALstring key, REALdictionary value);
-REALarray arrayForKey(REALobject self, REALstring key);
-void setArrayForKey(REALobject self, REALstring key, REALarray values);
+// clang-format off
+Getter<int32_t>         integerForKey;                  Setter<int32_t>         setIntegerForKey;
+Getter<float>           floatForKey;                    Setter<float>           setFloatForKey;
+Getter<double>          doubleForKey;                   Setter<double>          setDoubleForKey;
+Getter<int32_t>         boolForKey;                     Setter<int8_t>          setBoolForKey;
+Getter<REALstring>      stringForKey, URLForKey;        Setter<REALstring>      setStringForKey, setURLForKey;
+Getter<REALmemoryBlock> dataForKey;                     Setter<REALmemoryBlock> setDataForKey;
+Getter<REALobject>      objectForKey;                   Setter<REALobject>      setObjectForKey;
+Getter<REALfolderItem>  fileForKey;                     Setter<REALfolderItem>  setFileForKey;
+Getter<REALdictionary>  dictionaryForKey;               Setter<REALdictionary>  setDictionaryForKey;
+Getter<REALarray>       stringArrayForKey, arrayForKey; Setter<REALarray>       setStringArrayForKey, setArrayForKey;
+// clang-format on
 
 // Domains, suites and the whole database (userdefaults/domains.mm)
 RBBoolean synchronize(REALobject self);

@@ -9,14 +9,6 @@ REALstring stringForKey(REALobject self, REALstring key)
         key, [=](NSString *name, HeldHandles &held) { return HostTextOf([defaultsOf(self) stringForKey:name], held); });
 }
 
-void setStringForKey(REALobject self, REALstring key, REALstring value)
-{
-    guardedWith(key, [=](NSString *name) {
-        NSString *text = TextOf(value);
-        [defaultsOf(self) setObject:text forKey:name];
-    });
-}
-
 REALstring URLForKey(REALobject self, REALstring key)
 {
     return guardedWith(key, [=](NSString *name, HeldHandles &held) {
@@ -33,6 +25,14 @@ static NSURL *URLOfText(REALstring string)
     CFURLRef url = CFURLCreateWithString(nullptr, text, nullptr);
     CFRelease(text);
     return [(NSURL *)url autorelease];
+}
+
+void setStringForKey(REALobject self, REALstring key, REALstring value)
+{
+    guardedWith(key, [=](NSString *name) {
+        NSString *text = TextOf(value);
+        [defaultsOf(self) setObject:text forKey:name];
+    });
 }
 
 void setURLForKey(REALobject self, REALstring key, REALstring value)
