@@ -36,18 +36,18 @@ class Cases(unittest.TestCase):
             self.assertIn(name, [title.partition("(")[0] for title in titles], query)
 
     def test_what_people_call_things_is_found(self):
-        for query, expected in (
-            ("save", ["synchronize", "setIntegerValue", "setStringValue", "setDictionaryValue", "setVariantValue"]),
-            ("delete", ["removeObjectForKey", "removePersistentDomainForName"]),
-            ("checkbox", ["boolForKey", "setBoolValue"]),
-            ("remember a check box", ["boolForKey", "setBoolValue"]),
-            ("list of strings", ["stringArrayForKey", "setStringArrayValue"]),
-            ("locked by the admin", ["objectIsForcedForKey"]),
-            ("sync", ["synchronize"]),
-            ("factory settings", ["registerDefaults"]),
-            ("errors", ["Errors"]),
-        ):
-            titles = self.found(query)[0]
+        wanted = {
+            "save": ["synchronize", "setIntegerValue", "setStringValue", "setDictionaryValue", "setVariantValue"],
+            "delete": ["removeObjectForKey", "removePersistentDomainForName"],
+            "checkbox": ["boolForKey", "setBoolValue"],
+            "remember a check box": ["boolForKey", "setBoolValue"],
+            "list of strings": ["stringArrayForKey", "setStringArrayValue"],
+            "locked by the admin": ["objectIsForcedForKey"],
+            "sync": ["synchronize"],
+            "factory settings": ["registerDefaults"],
+            "errors": ["Errors"],
+        }
+        for (query, expected), titles in zip(wanted.items(), self.found(*wanted)):
             self.assertLessEqual(set(expected), set(titles[:len(expected) + 12]), query)
 
     def test_gaps_and_parts_of_names_are_forgiven(self):

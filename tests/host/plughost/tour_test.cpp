@@ -4,10 +4,11 @@
 
 using namespace plughost_test;
 
-TEST(Tour, IsAsExpectedOnEveryHost)
+// Each member on each host is the self check's among the examples.
+TEST(Tour, IsAsExpectedOnTheOldestAndOnTheNewestHost)
 {
     for (const std::string part : {"basics", "values"}) {
-        for (const std::string host : {"2009", "2011.4", "2012.2", "2013.03", "2014.1"}) {
+        for (const std::string host : {"2009", "2014.1"}) {
             Result result = plughost(
                 {"tour", part, "--host", host, "--defaults-dir", temporaryFolder(part + host), "--check-handles"});
             EXPECT_EQ(result.status, 0) << host << "\n" << result.output;
