@@ -35,7 +35,7 @@ CFTypeID PlatformTypeIDNamed(const char *typeName)
         CFTypeID type;
     } types[] = {
 #define X(name) {#name, platform::name##Type},
-        PLATFORM_CF_TYPES(X)
+        PLATFORM_CF_TYPES(X, X)
 #undef X
     };
     for (const auto &row : types)

@@ -21,9 +21,7 @@ typedef UInt32 TextEncoding;
 typedef SInt16 OSErr;
 typedef SInt32 OSStatus;
 
-typedef unsigned char Str63[64];
-typedef unsigned char Str255[256];
-typedef Str63 StrFileName; // a length byte, then up to 63 bytes of text
+typedef unsigned char StrFileName[64]; // a length byte, then up to 63 bytes of text
 typedef const unsigned char *ConstStr255Param;
 
 enum { noErr = 0 };

@@ -1,18 +1,13 @@
 #include "platform/gnustep/appkit/graphics_context.h"
 
-#include <objc/runtime.h>
+#include "platform/gnustep/foundation/replacement.h"
+
 #include <stdlib.h>
 #include <string.h>
 
-static id drawNothing(id, SEL, ...)
-{
-    return nil;
-}
-
 @implementation PlatformGraphicsContext
 
-// NSGraphicsContext leaves some 180 operations, named DPS… and GS…, to its subclasses. One function stands for all that
-// return nothing, an integer or a pointer, whatever their arguments: on this processor the caller removes them.
+// NSGraphicsContext leaves some 180 operations, named DPS… and GS…, to its subclasses.
 + (void)initialize
 {
     if (self != [PlatformGraphicsContext class])
@@ -25,7 +20,7 @@ static id drawNothing(id, SEL, ...)
         const char *type = method_getTypeEncoding(methods[i]);
         bool operation = strncmp(name, "DPS", 3) == 0 || strncmp(name, "GS", 2) == 0;
         if (operation && strchr("vicCILlsS@^*", type[0]))
-            class_addMethod(self, selector, reinterpret_cast<IMP>(drawNothing), type);
+            class_addMethod(self, selector, reinterpret_cast<IMP>(platform::answerNothing), type);
     }
     free(methods);
 }

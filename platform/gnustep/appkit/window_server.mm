@@ -1,9 +1,32 @@
 #include "platform/gnustep/appkit/window_server.h"
 
+#include "platform/gnustep/foundation/replacement.h"
+
 #pragma clang diagnostic ignored "-Wunused-parameter"
 #pragma clang diagnostic ignored "-Wmissing-selector-name" // GNUstep's selectors have nameless parts
 
+// What there is nothing to do for without a display, and nothing to answer but 0.
+static const char *const idle[] = {
+    // of the screen
+    "beep", "serverDevice",
+    // of windows
+    "appOwnsMiniwindow", "docedited::", "flushwindowrect::", "miniwindow:", "orderwindow:::", "setIgnoreMouse::",
+    "setParentWindow:forChildWindow:", "setShadow::", "setWindowdevice:forContext:", "setalpha::", "setinputfocus:",
+    "setinputstate::", "setmaxsize::", "setminsize::", "setresizeincrements::", "setwindowlevel::", "stylewindow::",
+    "titlewindow::", "windowDevice:", "windowbacking::", "windowlevel:",
+    // of the mouse and events
+    "capturemouse:", "freecursor:", "getEventMatchingMask:beforeDate:inMode:dequeue:", "hidecursor",
+    "recolorcursor:::", "releasemouse", "setcursor:", "setcursorcolor:::", "showcursor"};
+
 @implementation PlatformWindowServer
+
++ (void)initialize
+{
+    if (self != [PlatformWindowServer class])
+        return;
+    for (const char *operation : idle)
+        platform::replaceMethod(self, operation, platform::answerNothing);
+}
 
 - (id)initWithAttributes:(NSDictionary *)info
 {
@@ -29,20 +52,15 @@
 {
     return [NSArray arrayWithObject:[NSNumber numberWithInt:0]];
 }
+
 - (NSSize)resolutionForScreen:(int)screen
 {
     return NSMakeSize(72, 72);
 }
+
 - (NSRect)boundsForScreen:(int)screen
 {
     return NSMakeRect(0, 0, 1024, 768);
-}
-- (void *)serverDevice
-{
-    return nullptr;
-}
-- (void)beep
-{
 }
 
 - (NSWindowDepth)windowDepthForScreen:(int)screen
@@ -80,6 +98,7 @@ static NSNumber *keyOf(int window)
 {
     [frames removeObjectForKey:keyOf(window)];
 }
+
 - (NSRect)windowbounds:(int)window
 {
     return [[frames objectForKey:keyOf(window)] rectValue];
@@ -123,75 +142,10 @@ static NSNumber *keyOf(int window)
 {
     return [NSArray array];
 }
-- (void *)windowDevice:(int)window
-{
-    return nullptr;
-}
+
 - (int)windowdepth:(int)window
 {
     return [self windowDepthForScreen:0];
-}
-- (int)windowlevel:(int)window
-{
-    return 0;
-}
-- (BOOL)appOwnsMiniwindow
-{
-    return NO;
-}
-- (void)stylewindow:(unsigned int)style:(int)window
-{
-}
-- (void)windowbacking:(NSBackingStoreType)type:(int)window
-{
-}
-- (void)titlewindow:(NSString *)title:(int)window
-{
-}
-- (void)miniwindow:(int)window
-{
-}
-- (void)setWindowdevice:(int)window forContext:(NSGraphicsContext *)context
-{
-}
-- (void)orderwindow:(int)order:(int)other:(int)window
-{
-}
-- (void)setwindowlevel:(int)level:(int)window
-{
-}
-- (void)setmaxsize:(NSSize)size:(int)window
-{
-}
-- (void)setminsize:(NSSize)size:(int)window
-{
-}
-- (void)setresizeincrements:(NSSize)size:(int)window
-{
-}
-- (void)flushwindowrect:(NSRect)rect:(int)window
-{
-}
-- (void)docedited:(int)edited:(int)window
-{
-}
-- (void)setinputstate:(int)state:(int)window
-{
-}
-- (void)setinputfocus:(int)window
-{
-}
-- (void)setalpha:(float)alpha:(int)window
-{
-}
-- (void)setShadow:(BOOL)hasShadow:(int)window
-{
-}
-- (void)setParentWindow:(int)parent forChildWindow:(int)child
-{
-}
-- (void)setIgnoreMouse:(BOOL)ignore:(int)window
-{
 }
 
 // Mouse and events
@@ -208,45 +162,15 @@ static NSNumber *keyOf(int window)
     return NSZeroPoint;
 }
 
-- (BOOL)capturemouse:(int)window
-{
-    return NO;
-}
-- (void)releasemouse
-{
-}
-- (void)hidecursor
-{
-}
-- (void)showcursor
-{
-}
-- (void)setcursor:(void *)cursor
-{
-}
-- (void)freecursor:(void *)cursor
-{
-}
-- (void)setcursorcolor:(NSColor *)foreground:(NSColor *)background:(void *)cursor
-{
-}
-- (void)recolorcursor:(NSColor *)foreground:(NSColor *)background:(void *)cursor
-{
-}
-
 // NSCursor takes any pointer but null for a cursor.
 - (void)standardcursor:(int)style:(void **)cursor
 {
     *cursor = self;
 }
+
 - (void)imagecursor:(NSPoint)hotSpot:(NSImage *)image:(void **)cursor
 {
     *cursor = self;
-}
-
-- (NSEvent *)getEventMatchingMask:(unsigned)mask beforeDate:(NSDate *)limit inMode:(NSString *)mode dequeue:(BOOL)flag
-{
-    return nil;
 }
 
 @end

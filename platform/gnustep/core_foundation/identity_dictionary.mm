@@ -137,39 +137,11 @@ Boolean CFDictionaryGetValueIfPresent(CFDictionaryRef dictionary, const void *ke
     return true;
 }
 
-Boolean CFDictionaryContainsKey(CFDictionaryRef dictionary, const void *key)
-{
-    return CFDictionaryGetValueIfPresent(dictionary, key, nullptr);
-}
-
 const void *CFDictionaryGetValue(CFDictionaryRef dictionary, const void *key)
 {
     const void *value = nullptr;
     CFDictionaryGetValueIfPresent(dictionary, key, &value);
     return value;
-}
-
-void CFDictionaryGetKeysAndValues(CFDictionaryRef dictionary, const void **keys, const void **values)
-{
-    auto add = [&](const void *key, const void *value) {
-        if (keys)
-            *keys++ = key;
-        if (values)
-            *values++ = value;
-    };
-    if (Entries *entries = entriesOf(dictionary)) {
-        for (const auto &[key, value] : *entries)
-            add(key, value);
-        return;
-    }
-    for (id key in objectsOf(dictionary))
-        add(key, [objectsOf(dictionary) objectForKey:key]);
-}
-
-void CFDictionaryAddValue(CFMutableDictionaryRef dictionary, const void *key, const void *value)
-{
-    if (!CFDictionaryContainsKey(dictionary, key))
-        CFDictionarySetValue(dictionary, key, value);
 }
 
 void CFDictionarySetValue(CFMutableDictionaryRef dictionary, const void *key, const void *value)

@@ -74,6 +74,6 @@ TypeIDFunction *present(const char *name, TypeIDFunction *function)
     }                                                                                                                  \
     CFTypeID name##GetTypeID(void) __attribute__((ifunc("resolve" #name "GetTypeID")));
 
-LATER_TYPE_ID(CFError)
-LATER_TYPE_ID(CTFont)
-LATER_TYPE_ID(CTRunDelegate)
+#define IN_TYPE_IDS(name)
+
+PLATFORM_CF_TYPES(IN_TYPE_IDS, LATER_TYPE_ID)

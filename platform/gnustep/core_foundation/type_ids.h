@@ -2,8 +2,8 @@
 
 #include <CoreFoundation/CoreFoundation.h>
 
-// Every type that has a number, in the order of their numbers.
-#define PLATFORM_CF_TYPES(X)                                                                                           \
+// Every type that has a number, in the order of their numbers: X, or LATER for those that the oldest systems lack.
+#define PLATFORM_CF_TYPES(X, LATER)                                                                                    \
     X(CFURL)                                                                                                           \
     X(CFDictionary)                                                                                                    \
     X(CFString)                                                                                                        \
@@ -19,8 +19,8 @@
     X(CFTimeZone)                                                                                                      \
     X(CFDate)                                                                                                          \
     X(CFAttributedString)                                                                                              \
-    X(CFError)                                                                                                         \
-    X(CTFont)                                                                                                          \
+    LATER(CFError)                                                                                                     \
+    LATER(CTFont)                                                                                                      \
     X(CTFontCollection)                                                                                                \
     X(CTFrame)                                                                                                         \
     X(CTFramesetter)                                                                                                   \
@@ -29,7 +29,7 @@
     X(CTParagraphStyle)                                                                                                \
     X(CTRun)                                                                                                           \
     X(CTTypesetter)                                                                                                    \
-    X(CTRunDelegate)
+    LATER(CTRunDelegate)
 
 namespace platform {
 
@@ -37,7 +37,7 @@ enum TypeID : CFTypeID {
     notAType = 0,
     otherObject = 1, // any Objective-C object that is none of the types below
 #define X(name) name##Type,
-    PLATFORM_CF_TYPES(X)
+    PLATFORM_CF_TYPES(X, X)
 #undef X
 };
 

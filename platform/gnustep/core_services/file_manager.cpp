@@ -80,12 +80,6 @@ OSErr FSMakeFSRefUnicode(const FSRef *parentRef, UniCharCount nameLength, const 
     return findEntry(folder, leaf, &leaf) && makeReference(leaf, newRef) ? noErr : fnfErr;
 }
 
-// The folder that an FSSpec's parID names, or for fsRtParID the volume's root folder.
-static bool folderOfSpecification(FSVolumeRefNum volume, SInt32 node, std::string *folder)
-{
-    return node == fsRtParID ? rootOfVolume(volume, folder) : folderWithNode(volume, node, folder);
-}
-
 OSErr FSpMakeFSRef(const FSSpec *source, FSRef *newRef)
 {
     std::string path;
@@ -94,7 +88,7 @@ OSErr FSpMakeFSRef(const FSSpec *source, FSRef *newRef)
         return paramErr;
     if (!rootOfVolume(source->vRefNum, &path))
         return nsvErr;
-    if (!folderOfSpecification(source->vRefNum, source->parID, &path))
+    if (source->parID != fsRtParID && !folderWithNode(source->vRefNum, source->parID, &path))
         return dirNFErr;
     if (source->parID != fsRtParID && source->name[0] != 0) {
         if (!diskName(source->name, &leaf))
@@ -103,36 +97,6 @@ OSErr FSpMakeFSRef(const FSSpec *source, FSRef *newRef)
             return fnfErr;
     }
     return makeReference(path, newRef) ? noErr : fnfErr;
-}
-
-OSErr FSMakeFSSpec(FSVolumeRefNum vRefNum, SInt32 dirID, ConstStr255Param fileName, FSSpec *spec)
-{
-    std::string folder;
-    std::string leaf;
-    if (!spec)
-        return paramErr;
-    if (!rootOfVolume(vRefNum, &folder))
-        return nsvErr;
-    if (!folderOfSpecification(vRefNum, dirID, &folder))
-        return dirNFErr;
-    if (dirID == fsRtParID || !fileName || fileName[0] == 0)
-        return fillSpecification(folder, spec);
-    if (fileName[0] > 63 || !diskName(fileName, &leaf))
-        return bdNamErr;
-    memset(spec, 0, sizeof *spec);
-    spec->vRefNum = vRefNum;
-    spec->parID = dirID;
-    memcpy(spec->name, fileName, fileName[0] + 1);
-    return findEntry(folder, leaf, &leaf) ? noErr : fnfErr;
-}
-
-OSErr FSCompareFSRefs(const FSRef *ref1, const FSRef *ref2)
-{
-    std::string path1;
-    std::string path2;
-    if (!pathOfItem(*ref1, &path1) || !pathOfItem(*ref2, &path2))
-        return fnfErr;
-    return path1 == path2 ? noErr : errFSRefsDifferent;
 }
 
 OSStatus FSPathMakeRefWithOptions(const UInt8 *path, UInt32 options, FSRef *ref, Boolean *directory)

@@ -30,6 +30,13 @@ Implementation replaceClassMethod(const char *className, const char *name, Imple
     return replaceMethod(object_getClass((id)objc_getClass(className)), name, with);
 }
 
+// For all methods that return nothing, an integer or a pointer, whatever their arguments: on this processor the caller
+// removes them.
+inline id answerNothing(id, SEL, ...)
+{
+    return nil;
+}
+
 // GCC's runtime enters a new implementation into the table that all classes share until they are initialised, so a
 // first message with its name initialises nothing. The replacement of a class method calls this first.
 inline void initialize(id someClass)

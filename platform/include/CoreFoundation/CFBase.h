@@ -22,7 +22,6 @@ CF_EXTERN_C_BEGIN
 
 typedef unsigned long CFTypeID;
 typedef signed long CFIndex;
-typedef unsigned long CFHashCode;
 
 // On GNUstep every reference is an Objective-C object, and the default allocator, null, the only one.
 typedef const void *CFTypeRef;

@@ -11,9 +11,7 @@ enum {
     fnfErr = -43,
     paramErr = -50,
     dirNFErr = -120,
-    errFSBadFSRef = -1401,
     errFSNameTooLong = -1405,
-    errFSRefsDifferent = -1420,
     pathTooLongErr = -2110
 };
 
@@ -30,7 +28,6 @@ typedef UInt32 FSCatalogInfoBitmap;
 typedef struct FSRef {
     UInt8 hidden[80];
 } FSRef;
-typedef FSRef *FSRefPtr;
 
 typedef struct FSSpec {
     FSVolumeRefNum vRefNum;
@@ -97,11 +94,6 @@ OSErr FSGetCatalogInfo(const FSRef *ref, FSCatalogInfoBitmap whichInfo, FSCatalo
 OSErr FSMakeFSRefUnicode(const FSRef *parentRef, UniCharCount nameLength, const UniChar *name,
                          TextEncoding textEncodingHint, FSRef *newRef);
 OSErr FSpMakeFSRef(const FSSpec *source, FSRef *newRef); // an empty name means the folder parID itself
-
-// The file need not exist: the result is then fnfErr and the FSSpec is complete all the same.
-OSErr FSMakeFSSpec(FSVolumeRefNum vRefNum, SInt32 dirID, ConstStr255Param fileName, FSSpec *spec);
-
-OSErr FSCompareFSRefs(const FSRef *ref1, const FSRef *ref2); // noErr when both are one item
 
 enum { kFSPathMakeRefDefaultOptions = 0, kFSPathMakeRefDoNotFollowLeafSymlink = 0x01 };
 
