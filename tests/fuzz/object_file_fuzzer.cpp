@@ -12,37 +12,32 @@ static macho::ImportTable *table;
 
 extern "C" int LLVMFuzzerInitialize(int *, char ***)
 {
-    auto parsed = macho::parseImportTable("imports", imports);
-    REQUIRE(bool(parsed));
-    table = new macho::ImportTable(std::move(parsed.value()));
+    table = new macho::ImportTable(macho::parseImportTable("imports", imports));
     return 0;
 }
 
-static void requireOneLine(const macho::Error &error)
+static macho::Bytes libraryOf(macho::Bytes object)
 {
-    REQUIRE(!error.message.empty() && error.message.find('\n') == std::string::npos);
+    std::vector<macho::ObjectFile> objects;
+    objects.push_back(macho::parseObject("a.o", std::move(object)));
+    // How it is linked depends on the object, too, so that one input is one run.
+    const size_t choice = objects[0].symbols.size() + objects[0].sections.size();
+    macho::LinkOptions options;
+    options.fixups = static_cast<macho::FixupForm>(choice % 3);
+    options.strip = choice % 2;
+    return macho::link(objects, *table, options).bytes;
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
-    auto parsed = macho::parseObject("a.o", macho::Bytes(data, data + size));
-    if (!parsed) {
-        requireOneLine(parsed.error());
+    macho::Bytes library;
+    try {
+        library = libraryOf(macho::Bytes(data, data + size));
+    } catch (const macho::Failure &failure) {
+        const std::string message = failure.what();
+        REQUIRE(!message.empty() && message.find('\n') == std::string::npos);
         return 0;
     }
-    // How it is linked depends on the object, too, so that one input is one run.
-    const size_t choice = parsed.value().symbols.size() + parsed.value().sections.size();
-    macho::LinkOptions options;
-    options.fixups = static_cast<macho::FixupForm>(choice % 3);
-    options.strip = choice % 2;
-    std::vector<macho::ObjectFile> objects;
-    objects.push_back(std::move(parsed.value()));
-    auto library = macho::link(objects, *table, options);
-    if (!library) {
-        requireOneLine(library.error());
-        return 0;
-    }
-    auto dylib = macho::parseDylib("out", std::move(library.value().bytes));
-    REQUIRE(bool(dylib));
+    macho::parseDylib("out", std::move(library)); // a Failure ends the fuzzer
     return 0;
 }

@@ -93,12 +93,9 @@ int main(int count, char **words)
 {
     try {
         Arguments arguments = parseArguments(std::vector<std::string>(words + 1, words + count));
-        auto file = parseDylib(arguments.library, readFile(arguments.library));
-        Bytes text = readFile(arguments.table);
-        auto table = parseImportTable(arguments.table, textOf(text));
-        if (!file || !table)
-            throw Failure(file ? table.error().message : file.error().message);
-        return run(arguments, file.value(), table.value()) ? 0 : 1;
+        DylibFile file = parseDylib(arguments.library, readFile(arguments.library));
+        Bytes table = readFile(arguments.table);
+        return run(arguments, file, parseImportTable(arguments.table, textOf(table))) ? 0 : 1;
     } catch (const Failure &failure) {
         std::fprintf(stderr, "check_dylib: %s\n", failure.what());
         if (count == 1)

@@ -211,15 +211,13 @@ ByteView DylibFile::contents(const DylibSection &section) const
     return ByteView(name, bytes.data() + section.fileOffset, section.size);
 }
 
-Result<DylibFile> parseDylib(std::string name, Bytes bytes)
+DylibFile parseDylib(std::string name, Bytes bytes)
 {
-    return resultOf([&] {
-        DylibFile dylib;
-        dylib.name = std::move(name);
-        dylib.bytes = std::move(bytes);
-        Reader{dylib, ByteView(dylib.name, dylib.bytes.data(), dylib.bytes.size())}.read();
-        return dylib;
-    });
+    DylibFile dylib;
+    dylib.name = std::move(name);
+    dylib.bytes = std::move(bytes);
+    Reader{dylib, ByteView(dylib.name, dylib.bytes.data(), dylib.bytes.size())}.read();
+    return dylib;
 }
 
 } // namespace macho

@@ -85,8 +85,8 @@ struct DylibFile {
     ByteView contents(const DylibSection &section) const;
 };
 
-// Raises no Failure: whatever is damaged is told as the error.
-Result<DylibFile> parseDylib(std::string name, Bytes bytes);
+// Raises a Failure for what is damaged.
+DylibFile parseDylib(std::string name, Bytes bytes);
 
 // What the symbol of a bind is at run time; 0 for a weak import that is missing.
 using SymbolAddress = std::function<uint32_t(const DylibBind &bind)>;

@@ -41,19 +41,17 @@ void addLine(ImportTable &table, const std::vector<std::string_view> &words, con
 
 } // namespace
 
-Result<ImportTable> parseImportTable(std::string_view fileName, std::string_view text)
+ImportTable parseImportTable(std::string_view fileName, std::string_view text)
 {
-    return resultOf([&] {
-        ImportTable table;
-        for (size_t number = 1; !text.empty(); number++) {
-            size_t end = text.find('\n');
-            auto words = wordsOf(text.substr(0, end));
-            text.remove_prefix(end == text.npos ? text.size() : end + 1);
-            if (!words.empty())
-                addLine(table, words, printable(fileName) + ":" + std::to_string(number) + ": ");
-        }
-        return table;
-    });
+    ImportTable table;
+    for (size_t number = 1; !text.empty(); number++) {
+        size_t end = text.find('\n');
+        auto words = wordsOf(text.substr(0, end));
+        text.remove_prefix(end == text.npos ? text.size() : end + 1);
+        if (!words.empty())
+            addLine(table, words, printable(fileName) + ":" + std::to_string(number) + ": ");
+    }
+    return table;
 }
 
 } // namespace macho

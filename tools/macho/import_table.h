@@ -35,7 +35,7 @@ struct ImportTable {
 };
 
 // Lines "library INSTALL_NAME CURRENT COMPATIBILITY", each followed by its symbols, one per line, with "weak" behind
-// those that may be missing. '#' starts a comment.
-Result<ImportTable> parseImportTable(std::string_view fileName, std::string_view text);
+// those that may be missing. '#' starts a comment. Raises a Failure for anything else.
+ImportTable parseImportTable(std::string_view fileName, std::string_view text);
 
 } // namespace macho

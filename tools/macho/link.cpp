@@ -38,8 +38,13 @@ Identifier identifierOf(const Bytes &file)
     return digest;
 }
 
-LinkedLibrary linkObjects(const std::vector<ObjectFile> &objects, const ImportTable &table, const LinkOptions &options)
+} // namespace
+
+LinkedLibrary link(const std::vector<ObjectFile> &objects, const ImportTable &table, const LinkOptions &options)
 {
+    if (objects.empty())
+        fail("no object files to link");
+    requireOrderedVersions("", options.currentVersion, options.compatibilityVersion);
     Symbols symbols(objects, table);
     LoadedLibraries libraries = loadedLibraries(symbols.imports(), table);
     CallFrameTables callFrames = parseAllCallFrames(objects);
@@ -69,18 +74,6 @@ LinkedLibrary linkObjects(const std::vector<ObjectFile> &objects, const ImportTa
     std::copy(identifier.begin(), identifier.end(), library.bytes.begin() + commands.uuidOffset);
     library.map = mapFile(identifier, objects, symbols, layout, libraries.list);
     return library;
-}
-
-} // namespace
-
-Result<LinkedLibrary> link(const std::vector<ObjectFile> &objects, const ImportTable &table, const LinkOptions &options)
-{
-    return resultOf([&] {
-        if (objects.empty())
-            fail("no object files to link");
-        requireOrderedVersions("", options.currentVersion, options.compatibilityVersion);
-        return linkObjects(objects, table, options);
-    });
 }
 
 } // namespace macho

@@ -31,8 +31,8 @@ struct LinkedLibrary {
     std::string map; // a listing of its sections and symbols
 };
 
-// Two calls with the same arguments give the same bytes; objects' names are not among them.
-Result<LinkedLibrary> link(const std::vector<ObjectFile> &objects, const ImportTable &table,
-                           const LinkOptions &options);
+// Two calls with the same arguments give the same bytes; objects' names are not among them. Raises a Failure for
+// objects that make no library.
+LinkedLibrary link(const std::vector<ObjectFile> &objects, const ImportTable &table, const LinkOptions &options);
 
 } // namespace macho

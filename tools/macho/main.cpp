@@ -10,21 +10,13 @@ namespace {
 
 using namespace macho;
 
-template <class Value>
-Value orFail(Result<Value> result)
-{
-    if (!result)
-        throw Failure(result.error().message);
-    return std::move(result.value());
-}
-
 void run(CommandLine &line)
 {
     std::vector<ObjectFile> objects;
     for (const std::string &path : line.objects)
-        objects.push_back(orFail(parseObject(path, readFile(path))));
+        objects.push_back(parseObject(path, readFile(path)));
     Bytes tableText = readFile(line.symbolTable);
-    ImportTable table = orFail(parseImportTable(line.symbolTable, textOf(tableText)));
+    ImportTable table = parseImportTable(line.symbolTable, textOf(tableText));
     for (const std::string &path : line.exportLists) {
         Bytes list = readFile(path);
         for (std::string &name : parseExportList(textOf(list)))
@@ -32,7 +24,7 @@ void run(CommandLine &line)
         if (line.link.exports.empty())
             fail(printable(path), ": the list of exports is empty");
     }
-    LinkedLibrary library = orFail(link(objects, table, line.link));
+    LinkedLibrary library = link(objects, table, line.link);
     writeFile(line.output, library.bytes.data(), library.bytes.size());
     if (!line.map.empty())
         writeFile(line.map, library.map.data(), library.map.size());
@@ -50,26 +42,22 @@ void removeOutput(const std::string &path)
 
 int main(int count, char **arguments)
 {
-    auto line = parseCommandLine(std::vector<std::string>(arguments + 1, arguments + count));
-    if (!line) {
-        std::fprintf(stderr, "macho_ld: %s\n", line.error().message.c_str());
-        return 1;
-    }
-    if (line.value().help) {
-        std::fputs(usage, stdout);
-        return 0;
-    }
+    CommandLine line;
     std::string problem;
     try {
-        run(line.value());
+        line = parseCommandLine(std::vector<std::string>(arguments + 1, arguments + count));
+        if (line.help)
+            std::fputs(usage, stdout);
+        else
+            run(line);
         return 0;
     } catch (const Failure &failure) {
-        problem = failure.error.message;
+        problem = failure.what();
     } catch (const std::bad_alloc &) {
         problem = "out of memory";
     }
     std::fprintf(stderr, "macho_ld: %s\n", problem.c_str());
-    removeOutput(line.value().output);
-    removeOutput(line.value().map);
+    removeOutput(line.output);
+    removeOutput(line.map);
     return 1;
 }

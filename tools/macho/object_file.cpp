@@ -289,16 +289,13 @@ std::string ObjectFile::describe(const Section &section) const
     return printable(name) + ": " + printable(section.segment) + "," + printable(section.name);
 }
 
-Result<ObjectFile> parseObject(std::string name, Bytes bytes)
+ObjectFile parseObject(std::string name, Bytes bytes)
 {
-    return resultOf([&] {
-        ObjectFile object;
-        object.name = std::move(name);
-        object.bytes = std::move(bytes);
-        Parser parser{object, ByteView(object.name, object.bytes.data(), object.bytes.size()), {}, {}, {}};
-        parser.parse();
-        return object;
-    });
+    ObjectFile object;
+    object.name = std::move(name);
+    object.bytes = std::move(bytes);
+    Parser{object, ByteView(object.name, object.bytes.data(), object.bytes.size()), {}, {}, {}}.parse();
+    return object;
 }
 
 } // namespace macho

@@ -87,7 +87,8 @@ struct ObjectFile {
     std::string describe(const Section &section) const;
 };
 
-// `name` is the file's name for messages. The error names it, and the section or symbol where one is the matter.
-Result<ObjectFile> parseObject(std::string name, Bytes bytes);
+// `name` is the file's name for messages. The Failure for what is damaged or not supported names it, and the section or
+// symbol where one is the matter.
+ObjectFile parseObject(std::string name, Bytes bytes);
 
 } // namespace macho

@@ -128,15 +128,13 @@ void Reader::check()
 
 } // namespace
 
-Result<CommandLine> parseCommandLine(const std::vector<std::string> &arguments)
+CommandLine parseCommandLine(const std::vector<std::string> &arguments)
 {
-    return resultOf([&] {
-        Reader reader{arguments};
-        reader.read();
-        if (!reader.line.help)
-            reader.check();
-        return std::move(reader.line);
-    });
+    Reader reader{arguments};
+    reader.read();
+    if (!reader.line.help)
+        reader.check();
+    return reader.line;
 }
 
 std::vector<std::string> parseExportList(std::string_view text)

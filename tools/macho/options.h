@@ -19,7 +19,8 @@ struct CommandLine {
 
 extern const char usage[];
 
-Result<CommandLine> parseCommandLine(const std::vector<std::string> &arguments);
+// Raises a Failure for one that makes no sense.
+CommandLine parseCommandLine(const std::vector<std::string> &arguments);
 // Lines of one name each; '#' starts a comment.
 std::vector<std::string> parseExportList(std::string_view text);
 

@@ -37,11 +37,7 @@ void requireMappable(const DylibSegment &segment)
 
 DylibFile LoadableFile(const std::string &path, Bytes bytes)
 {
-    auto result = parseDylib(path, std::move(bytes));
-    if (!result) {
-        throw Failure(result.error().message);
-    }
-    DylibFile &file = result.value();
+    DylibFile file = parseDylib(path, std::move(bytes));
     if (file.processor != CPU_TYPE_I386) {
         throw BadImage("is not made for 32-bit Intel processors");
     }
@@ -54,7 +50,7 @@ DylibFile LoadableFile(const std::string &path, Bytes bytes)
     for (const DylibSegment &segment : file.segments) {
         requireMappable(segment);
     }
-    return std::move(file);
+    return file;
 }
 
 } // namespace machorun

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "tools/macho/error.h"
+#include "tests/tools/macho/compiled_object.h"
 #include "tools/macho/version.h"
 
 namespace macho {
@@ -36,12 +36,7 @@ TEST(Bytes, VariableLengthNumbersAreAsShortAsTheFormatSays)
 
 std::string failureOf(const Bytes &bytes, void (*body)(const ByteView &))
 {
-    try {
-        body(ByteView("f.o", bytes.data(), bytes.size()));
-    } catch (const Failure &failure) {
-        return failure.error.message;
-    }
-    return "none";
+    return test::failureOf([&] { body(ByteView("f.o", bytes.data(), bytes.size())); });
 }
 
 TEST(Bytes, ReadingPastTheEndNamesTheFile)

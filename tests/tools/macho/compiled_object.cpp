@@ -139,25 +139,14 @@ Bytes compile(Language language, std::string_view source, const std::string &fla
     return readBytes(kept);
 }
 
-ObjectFile object(const std::string &name, Bytes bytes)
-{
-    auto parsed = parseObject(name, std::move(bytes));
-    if (!parsed)
-        giveUp("unexpected: " + parsed.error().message);
-    return std::move(parsed.value());
-}
-
 ObjectFile object(const std::string &name, Language language, std::string_view source, const std::string &flags)
 {
-    return object(name, compile(language, source, flags));
+    return parseObject(name, compile(language, source, flags));
 }
 
 ImportTable importTable(std::string_view text)
 {
-    auto table = parseImportTable("imports", text);
-    if (!table)
-        giveUp("unexpected: " + table.error().message);
-    return std::move(table.value());
+    return parseImportTable("imports", text);
 }
 
 DylibFile linked(const std::vector<ObjectFile> &objects, const std::vector<std::string> &exports, LinkOptions options,
@@ -165,23 +154,14 @@ DylibFile linked(const std::vector<ObjectFile> &objects, const std::vector<std::
 {
     options.exports = exports;
     options.installName = "@executable_path/test.dylib";
-    auto library = link(objects, importTable(imports), options);
-    if (!library)
-        giveUp("unexpected: " + library.error().message);
-    auto dylib = parseDylib("test.dylib", std::move(library.value().bytes));
-    if (!dylib)
-        giveUp("unexpected: " + dylib.error().message);
-    return std::move(dylib.value());
+    return parseDylib("test.dylib", link(objects, importTable(imports), options).bytes);
 }
 
 std::string linkError(const std::vector<ObjectFile> &objects, const std::vector<std::string> &exports,
                       LinkOptions options, std::string_view imports)
 {
     options.exports = exports;
-    auto library = link(objects, importTable(imports), options);
-    if (library)
-        giveUp("the link was to fail");
-    return library.error().message;
+    return failureOf([&] { link(objects, importTable(imports), options); });
 }
 
 uint32_t addressOf(const DylibFile &dylib, const std::string &name)

@@ -26,7 +26,6 @@ Outcome runCommand(const std::string &command);
 // Compiled for i386 macOS 10.4, position-independent, names hidden unless told otherwise. A compiler's complaint ends
 // the test program. What was compiled once is kept in the build tree.
 Bytes compile(Language language, std::string_view source, const std::string &flags = "-O1");
-ObjectFile object(const std::string &name, Bytes bytes);
 ObjectFile object(const std::string &name, Language language, std::string_view source,
                   const std::string &flags = "-O1");
 
@@ -42,7 +41,18 @@ ImportTable importTable(std::string_view text);
 // What the objects of most tests import.
 extern const char usualImports[];
 
-// Both end the test program if the link does otherwise than their name says.
+// What a body raises a Failure for, or "none".
+template <class Body>
+std::string failureOf(Body body)
+{
+    try {
+        body();
+        return "none";
+    } catch (const Failure &failure) {
+        return failure.what();
+    }
+}
+
 DylibFile linked(const std::vector<ObjectFile> &objects, const std::vector<std::string> &exports,
                  LinkOptions options = {}, std::string_view imports = usualImports);
 std::string linkError(const std::vector<ObjectFile> &objects, const std::vector<std::string> &exports = {},

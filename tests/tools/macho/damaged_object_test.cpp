@@ -15,8 +15,7 @@ protected:
 
     std::string errorOf(Bytes bytes)
     {
-        auto parsed = parseObject("a.o", std::move(bytes));
-        return parsed ? "none" : parsed.error().message;
+        return failureOf([&] { parseObject("a.o", std::move(bytes)); });
     }
     // The error after the word at an offset was changed.
     std::string errorWith(uint32_t offset, uint32_t value)
@@ -130,7 +129,7 @@ TEST_F(DamagedObject, Symbols)
               "a.o: the file is cut off or damaged: the table of symbol names reaches past its end");
     EXPECT_EQ(errorWith(first, 0x5000),
               "a.o: the file is cut off or damaged: the table of symbol names reaches past its end");
-    std::string name = object("a.o", good).symbols[0].name.data();
+    std::string name = parseObject("a.o", good).symbols[0].name.data();
     EXPECT_EQ(errorWith(first + 8, 0x5000),
               "a.o: __DATA,__const: damaged: symbol " + name + " lies outside its section");
     EXPECT_EQ(errorWith(first + 4, (word(first + 4) & 0xffff00ff) | 77 << 8),
@@ -171,7 +170,7 @@ TEST_F(DamagedObject, ReferenceThatLeadsNowhere)
     Bytes bytes = good;
     store32(&bytes[first], 0xa0000000 | word(first)); // scattered, four bytes
     store32(&bytes[first + 4], 0x00ffff00);
-    EXPECT_EQ(linkError(objects(object("a.o", bytes))),
+    EXPECT_EQ(linkError(objects(parseObject("a.o", bytes))),
               "a.o: __DATA,__const+" + hex(word(first)) +
                   ": damaged: a reference to 0xffff00, which no section contains");
 }

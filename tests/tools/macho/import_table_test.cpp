@@ -2,29 +2,29 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/tools/macho/compiled_object.h"
+
 namespace macho {
 namespace {
 
 std::string errorOf(std::string_view text)
 {
-    auto table = parseImportTable("t.txt", text);
-    return table ? "none" : table.error().message;
+    return test::failureOf([&] { parseImportTable("t.txt", text); });
 }
 
 TEST(ImportTable, HoldsLibrariesAndTheirSymbols)
 {
     auto table = parseImportTable("t.txt", "# head\nlibrary /usr/lib/a.dylib 1.2.3 1.0 # note\n_one\n\t_two weak\r\n\n"
                                            "library /usr/lib/b.dylib 2 2\n_three");
-    ASSERT_TRUE(table);
-    ASSERT_EQ(table.value().libraries.size(), 2u);
-    EXPECT_EQ(table.value().libraries[0].installName, "/usr/lib/a.dylib");
-    EXPECT_EQ(table.value().libraries[0].currentVersion, 0x10203u);
-    EXPECT_EQ(table.value().libraries[0].compatibilityVersion, 0x10000u);
-    ASSERT_NE(table.value().find("_two"), nullptr);
-    EXPECT_TRUE(table.value().find("_two")->weak);
-    EXPECT_FALSE(table.value().find("_one")->weak);
-    EXPECT_EQ(table.value().find("_three")->library, 1u);
-    EXPECT_EQ(table.value().find("_four"), nullptr);
+    ASSERT_EQ(table.libraries.size(), 2u);
+    EXPECT_EQ(table.libraries[0].installName, "/usr/lib/a.dylib");
+    EXPECT_EQ(table.libraries[0].currentVersion, 0x10203u);
+    EXPECT_EQ(table.libraries[0].compatibilityVersion, 0x10000u);
+    ASSERT_NE(table.find("_two"), nullptr);
+    EXPECT_TRUE(table.find("_two")->weak);
+    EXPECT_FALSE(table.find("_one")->weak);
+    EXPECT_EQ(table.find("_three")->library, 1u);
+    EXPECT_EQ(table.find("_four"), nullptr);
 }
 
 TEST(ImportTable, ErrorsNameTheLine)

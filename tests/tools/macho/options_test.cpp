@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/tools/macho/compiled_object.h"
+
 namespace macho {
 namespace {
 
@@ -14,21 +16,19 @@ std::vector<std::string> withUsual(std::vector<std::string> more)
 
 std::string errorOf(const std::vector<std::string> &arguments)
 {
-    auto line = parseCommandLine(arguments);
-    return line ? "none" : line.error().message;
+    return test::failureOf([&] { parseCommandLine(arguments); });
 }
 
 TEST(Options, HaveDefaults)
 {
     auto line = parseCommandLine(withUsual({}));
-    ASSERT_TRUE(line);
-    EXPECT_EQ(line.value().output, "out/x.dylib");
-    EXPECT_EQ(line.value().link.installName, "x.dylib");
-    EXPECT_EQ(line.value().link.currentVersion, 0x10000u);
-    EXPECT_EQ(line.value().link.minimumSystem, 0xa0400u);
-    EXPECT_EQ(line.value().link.fixups, FixupForm::Both);
-    EXPECT_FALSE(line.value().link.strip);
-    EXPECT_EQ(line.value().objects, std::vector<std::string>{"a.o"});
+    EXPECT_EQ(line.output, "out/x.dylib");
+    EXPECT_EQ(line.link.installName, "x.dylib");
+    EXPECT_EQ(line.link.currentVersion, 0x10000u);
+    EXPECT_EQ(line.link.minimumSystem, 0xa0400u);
+    EXPECT_EQ(line.link.fixups, FixupForm::Both);
+    EXPECT_FALSE(line.link.strip);
+    EXPECT_EQ(line.objects, std::vector<std::string>{"a.o"});
 }
 
 TEST(Options, AreRead)
@@ -43,32 +43,29 @@ TEST(Options, AreRead)
                                             "10.5",     "-fixups",
                                             "classic",  "-strip",
                                             "-map",     "m"}));
-    ASSERT_TRUE(line);
-    const LinkOptions &link = line.value().link;
+    const LinkOptions &link = line.link;
     EXPECT_EQ(link.exports, (std::vector<std::string>{"_one", "_two"}));
-    EXPECT_EQ(line.value().exportLists, std::vector<std::string>{"list"});
+    EXPECT_EQ(line.exportLists, std::vector<std::string>{"list"});
     EXPECT_EQ(link.installName, "@rpath/n");
     EXPECT_EQ(link.currentVersion, 0x30201u);
     EXPECT_EQ(link.compatibilityVersion, 0x20000u);
     EXPECT_EQ(link.minimumSystem, 0xa0500u);
     EXPECT_EQ(link.fixups, FixupForm::Classic);
     EXPECT_TRUE(link.strip);
-    EXPECT_EQ(line.value().map, "m");
-    EXPECT_EQ(line.value().objects, (std::vector<std::string>{"a.o", "b.o"}));
+    EXPECT_EQ(line.map, "m");
+    EXPECT_EQ(line.objects, (std::vector<std::string>{"a.o", "b.o"}));
 }
 
 TEST(Options, CompatibilityVersionFollowsFromTheVersion)
 {
     auto line = parseCommandLine(withUsual({"-current_version", "0.3.7"}));
-    ASSERT_TRUE(line);
-    EXPECT_EQ(line.value().link.compatibilityVersion, 0x300u);
+    EXPECT_EQ(line.link.compatibilityVersion, 0x300u);
 }
 
 TEST(Options, CompressedFixupsAloneNeedALaterSystem)
 {
     auto line = parseCommandLine(withUsual({"-fixups", "compressed"}));
-    ASSERT_TRUE(line);
-    EXPECT_EQ(line.value().link.minimumSystem, 0xa0600u);
+    EXPECT_EQ(line.link.minimumSystem, 0xa0600u);
     EXPECT_EQ(errorOf(withUsual({"-fixups", "compressed", "-macosx_version_min", "10.5"})),
               "systems before 10.6 cannot read compressed fix-ups: -fixups both serves them, and newer ones too");
 }

@@ -170,22 +170,23 @@ TEST(Pieces, CallFrameTableIsNoTableOfLiteralsWhateverItsTypeSays)
     two.u32(0xA0000000u | format::GENERIC_RELOC_PAIR << 24);
     two.u32(0);
     bytes.insert(bytes.end(), two.bytes.begin(), two.bytes.end());
-    linked(objects(object("a.o", bytes)), {"_run"});
+    linked(objects(parseObject("a.o", bytes)), {"_run"});
 }
 
 TEST(Pieces, TwoRelocationsForOneWordAreRefused)
 {
     Bytes bytes = compile(Language::C, "extern int number; int *table[] = {&number, &number};");
     // The second relocation of __data becomes one for the word of the first.
-    ObjectFile whole = object("a.o", bytes);
+    ObjectFile whole = parseObject("a.o", bytes);
     for (const Section &section : whole.sections)
         if (section.name == "__data")
             ASSERT_EQ(section.relocations.size(), 2u);
     for (size_t at = 0; at + 16 <= bytes.size(); at += 4)
         if (load32(&bytes[at]) == 4 && load32(&bytes[at + 8]) == 0 && load32(&bytes[at + 4]) == load32(&bytes[at + 12]))
             store32(&bytes[at], 0);
-    EXPECT_EQ(linkError(objects(object("a.o", bytes)), {"_table"}).find("damaged: two relocations change the word at "),
-              0u);
+    EXPECT_EQ(
+        linkError(objects(parseObject("a.o", bytes)), {"_table"}).find("damaged: two relocations change the word at "),
+        0u);
 }
 
 } // namespace
