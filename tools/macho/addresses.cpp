@@ -4,18 +4,18 @@ namespace macho {
 
 uint32_t Addresses::of(const Place &place, const std::string &where) const
 {
-    return ofOwnCopy(symbols.surviving(place), where);
+    return ofOwnCopy(layout.symbols.surviving(place), where);
 }
 
 uint32_t Addresses::ofOwnCopy(const Place &place, const std::string &where) const
 {
-    const Section &section = objects[place.object].sections[place.section];
+    const Section &section = layout.objects[place.object].sections[place.section];
     if (section.isIndirection())
         return ofEntry(place, where);
     auto address = layout.addressOf(place);
     if (!address)
         fail(where, ": a reference into section ", printable(section.segment), ",", printable(section.name), " of ",
-             printable(objects[place.object].name),
+             printable(layout.objects[place.object].name),
              layout.hasPartOf(place.object, place.section) ? ", in the middle of a definition that is not used"
                                                            : ", no part of which is in the library");
     return *address;
@@ -32,17 +32,17 @@ uint32_t Addresses::of(const Target &target, const std::string &where) const
 
 uint32_t Addresses::ofPointer(size_t import) const
 {
-    return layout.importPointers()->address + indirections.pointerOf(import) * format::pointerSize;
+    return layout.importPointers()->address + layout.indirections.pointerOf(import) * format::pointerSize;
 }
 
 uint32_t Addresses::ofStub(size_t import) const
 {
-    return layout.stubs()->address + indirections.stubOf(import) * Layout::stubSize;
+    return layout.stubs()->address + layout.indirections.stubOf(import) * Layout::stubSize;
 }
 
 Place Addresses::placeAt(uint32_t object, uint32_t address, const std::string &where) const
 {
-    int section = objects[object].sectionAt(address);
+    int section = layout.objects[object].sectionAt(address);
     if (section < 0)
         fail(where, ": damaged: a reference to ", hex(address), ", which no section contains");
     return {object, static_cast<uint32_t>(section), address};
@@ -50,7 +50,7 @@ Place Addresses::placeAt(uint32_t object, uint32_t address, const std::string &w
 
 uint32_t Addresses::ofEntry(const Place &place, const std::string &where) const
 {
-    auto [leadsTo, distance] = indirections.entryAt(place);
+    auto [leadsTo, distance] = layout.indirections.entryAt(place);
     switch (leadsTo.kind) {
     case Indirection::ImportPointer:
         return layout.importPointers()->address + leadsTo.number * format::pointerSize + distance;
@@ -64,7 +64,7 @@ uint32_t Addresses::ofEntry(const Place &place, const std::string &where) const
         fail(where, ": damaged: a reference into the middle of a stub");
     if (leadsTo.kind == Indirection::Stub)
         return layout.stubs()->address + leadsTo.number * Layout::stubSize;
-    const ObjectFile &object = objects[leadsTo.place.object];
+    const ObjectFile &object = layout.objects[leadsTo.place.object];
     if (object.sections[leadsTo.place.section].isIndirection())
         fail(where, ": damaged: a stub that leads to a pointer or a stub");
     return of(leadsTo.place, where);

@@ -3,21 +3,16 @@
 
 #include <cstdint>
 #include <string>
-#include <vector>
 
-#include "tools/macho/indirections.h"
 #include "tools/macho/layout.h"
-#include "tools/macho/symbols.h"
 
 namespace macho {
 
 class Addresses {
 public:
-    Addresses(const std::vector<ObjectFile> &objects, const Symbols &symbols, const Indirections &indirections,
-              const Layout &layout)
-        : objects(objects), symbols(symbols), indirections(indirections), layout(layout)
-    {
-    }
+    explicit Addresses(const Layout &layout) : layout(layout) {}
+
+    const Layout &layout;
 
     // `where` is for the message if there is no such address. Of a weak definition defined several times: the winner's.
     uint32_t of(const Place &place, const std::string &where) const;
@@ -32,11 +27,6 @@ public:
 
 private:
     uint32_t ofEntry(const Place &place, const std::string &where) const;
-
-    const std::vector<ObjectFile> &objects;
-    const Symbols &symbols;
-    const Indirections &indirections;
-    const Layout &layout;
 };
 
 } // namespace macho

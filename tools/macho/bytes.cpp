@@ -19,12 +19,6 @@ ByteView ByteView::slice(uint64_t offset, uint64_t count, const char *what) cons
     return ByteView(file, at(offset, count, what), static_cast<size_t>(count));
 }
 
-uint16_t ByteView::u16(uint64_t offset, const char *what) const
-{
-    const uint8_t *bytes = at(offset, 2, what);
-    return static_cast<uint16_t>(bytes[0] | bytes[1] << 8);
-}
-
 uint32_t ByteView::uleb(uint64_t &offset, const char *what) const
 {
     uint64_t value = 0;

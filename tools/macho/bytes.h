@@ -44,7 +44,6 @@ public:
     // The `count` bytes from `offset`; `what` says what they are.
     ByteView slice(uint64_t offset, uint64_t count, const char *what) const;
     uint8_t u8(uint64_t offset, const char *what) const { return *at(offset, 1, what); }
-    uint16_t u16(uint64_t offset, const char *what) const;
     uint32_t u32(uint64_t offset, const char *what) const { return load32(at(offset, 4, what)); }
     // A record of the format, as it lies in the file.
     template <class Record>

@@ -99,8 +99,7 @@ void RebaseCode::operation(uint32_t opcode, std::initializer_list<uint32_t> oper
         code.uleb(operand);
 }
 
-Bytes bindCode(std::vector<Bind> binds, const Layout &layout, const std::vector<Import> &imports,
-               const std::vector<uint32_t> &ordinals)
+Bytes bindCode(std::vector<Bind> binds, const Layout &layout, const std::vector<uint32_t> &ordinals)
 {
     std::sort(binds.begin(), binds.end(), [](const Bind &left, const Bind &right) {
         return std::tie(left.import, left.address) < std::tie(right.import, right.address);
@@ -118,7 +117,7 @@ Bytes bindCode(std::vector<Bind> binds, const Layout &layout, const std::vector<
                 code.u8(BIND_OPCODE_SET_DYLIB_ORDINAL_ULEB);
                 code.uleb(ordinal);
             }
-            const Import &import = imports[bind.import];
+            const Import &import = layout.symbols.imports()[bind.import];
             code.u8(BIND_OPCODE_SET_SYMBOL_TRAILING_FLAGS_IMM | (import.weak ? BIND_SYMBOL_FLAGS_WEAK_IMPORT : 0));
             code.text(import.name);
         }
@@ -138,12 +137,11 @@ Bytes bindCode(std::vector<Bind> binds, const Layout &layout, const std::vector<
 
 } // namespace
 
-CompressedFixups compressedFixups(const Fixups &fixups, const Layout &layout, const std::vector<Import> &imports,
-                                  const std::vector<uint32_t> &ordinals)
+CompressedFixups compressedFixups(const Fixups &fixups, const Layout &layout, const std::vector<uint32_t> &ordinals)
 {
     std::vector<Bind> binds = fixups.binds;
     binds.insert(binds.end(), fixups.pointerBinds.begin(), fixups.pointerBinds.end());
-    return {RebaseCode(fixups.rebases, layout).make(), bindCode(std::move(binds), layout, imports, ordinals)};
+    return {RebaseCode(fixups.rebases, layout).make(), bindCode(std::move(binds), layout, ordinals)};
 }
 
 } // namespace macho

@@ -15,10 +15,8 @@ constexpr uint8_t noOperation = 0x90; // fills the gaps between functions
 
 class Maker {
 public:
-    Maker(const std::vector<ObjectFile> &objects, const Symbols &symbols, const Indirections &indirections,
-          const CallFrameTables &callFrames, const Layout &layout)
-        : objects(objects), indirections(indirections), symbols(symbols), callFrames(callFrames), layout(layout),
-          addresses(objects, symbols, indirections, layout)
+    Maker(const Layout &layout, const CallFrameTables &callFrames)
+        : layout(layout), callFrames(callFrames), addresses(layout)
     {
     }
     Contents make();
@@ -32,11 +30,8 @@ private:
     void writeImageInfo();
     uint8_t *at(const OutputSection &section, uint32_t offset) { return &contents.image[section.fileOffset + offset]; }
 
-    const std::vector<ObjectFile> &objects;
-    const Indirections &indirections;
-    const Symbols &symbols;
-    const CallFrameTables &callFrames;
     const Layout &layout;
+    const CallFrameTables &callFrames;
     Addresses addresses;
     Contents contents;
 };
@@ -48,17 +43,16 @@ Contents Maker::make()
         for (const OutputSection &section : segment.sections)
             if (!section.isZeroFill() && section.size != 0)
                 copySection(section);
-    for (uint32_t object = 0; object < objects.size(); object++)
-        for (uint32_t section = 0; section < objects[object].sections.size(); section++)
+    for (uint32_t object = 0; object < layout.objects.size(); object++)
+        for (uint32_t section = 0; section < layout.objects[object].sections.size(); section++)
             if (auto frames = callFrames.find({object, section}); frames != callFrames.end())
                 aimCallFrames(object, section, frames->second);
             else
-                settleRelocations(object, section, objects, symbols, addresses, layout, contents.image,
-                                  contents.fixups);
+                settleRelocations(object, section, addresses, contents.image, contents.fixups);
     writeStubs();
     writeLocalPointers();
     writeImageInfo();
-    for (size_t import : indirections.importPointers())
+    for (size_t import : layout.indirections.importPointers())
         contents.fixups.pointerBinds.push_back({addresses.ofPointer(import), import, 0});
 
     Fixups &fixups = contents.fixups;
@@ -86,7 +80,7 @@ void Maker::copySection(const OutputSection &section)
     if (section.segment == "__TEXT" && section.name == "__text")
         std::fill_n(at(section, 0), section.size, noOperation);
     for (const OutputSection::Part &part : section.parts) {
-        const Section &source = objects[part.place.object].sections[part.place.section];
+        const Section &source = layout.objects[part.place.object].sections[part.place.section];
         if (source.contents.size() != 0)
             std::copy_n(source.contents.data() + (part.place.address - source.address), part.size,
                         at(section, part.offset));
@@ -95,7 +89,7 @@ void Maker::copySection(const OutputSection &section)
 
 void Maker::aimCallFrames(uint32_t number, uint32_t section, const CallFrameTable &table)
 {
-    const ObjectFile &object = objects[number];
+    const ObjectFile &object = layout.objects[number];
     uint32_t start = object.sections[section].address;
     for (const CallFrameRecord &record : table.records) {
         if (layout.roomAt({number, section, start + record.start}) == 0)
@@ -125,7 +119,7 @@ void Maker::writeStubs()
         0xff, 0xa1,          // jmpl *distance(%ecx)
     };
     constexpr uint32_t next = 5;
-    for (size_t import : indirections.stubs()) {
+    for (size_t import : layout.indirections.stubs()) {
         uint32_t address = addresses.ofStub(import);
         uint8_t *stub = at(*layout.stubs(), address - layout.stubs()->address);
         std::copy(std::begin(code), std::end(code), stub);
@@ -135,11 +129,11 @@ void Maker::writeStubs()
 
 void Maker::writeLocalPointers()
 {
-    for (uint32_t number = 0; number < indirections.localPointers().size(); number++) {
+    for (uint32_t number = 0; number < layout.indirections.localPointers().size(); number++) {
         const OutputSection &section = *layout.localPointers();
         uint32_t offset = number * pointerSize;
         store32(at(section, offset),
-                addresses.of(indirections.localPointers()[number], "a pointer to the library itself"));
+                addresses.of(layout.indirections.localPointers()[number], "a pointer to the library itself"));
         contents.fixups.rebases.push_back(section.address + offset);
     }
 }
@@ -149,17 +143,16 @@ void Maker::writeImageInfo()
     const OutputSection *section = layout.find("__OBJC", "__image_info");
     if (!section || section->isZeroFill())
         return;
-    ImageInfo info = mergeImageInfo(objects); // which has checked that there are eight bytes
+    ImageInfo info = mergeImageInfo(layout.objects); // which has checked that there are eight bytes
     store32(&contents.image[section->fileOffset], info.version);
     store32(&contents.image[section->fileOffset + 4], info.flags);
 }
 
 } // namespace
 
-Contents makeContents(const std::vector<ObjectFile> &objects, const Symbols &symbols, const Indirections &indirections,
-                      const CallFrameTables &callFrames, const Layout &layout)
+Contents makeContents(const Layout &layout, const CallFrameTables &callFrames)
 {
-    return Maker(objects, symbols, indirections, callFrames, layout).make();
+    return Maker(layout, callFrames).make();
 }
 
 } // namespace macho

@@ -15,7 +15,6 @@ struct Contents {
     Fixups fixups;
 };
 
-Contents makeContents(const std::vector<ObjectFile> &objects, const Symbols &symbols, const Indirections &indirections,
-                      const CallFrameTables &callFrames, const Layout &layout);
+Contents makeContents(const Layout &layout, const CallFrameTables &callFrames);
 
 } // namespace macho

@@ -36,7 +36,6 @@ struct CompressedFixups {
     Bytes rebases, binds;
 };
 // `ordinals`: by import, the number of its library among those that are loaded, from 1.
-CompressedFixups compressedFixups(const Fixups &fixups, const Layout &layout, const std::vector<Import> &imports,
-                                  const std::vector<uint32_t> &ordinals);
+CompressedFixups compressedFixups(const Fixups &fixups, const Layout &layout, const std::vector<uint32_t> &ordinals);
 
 } // namespace macho

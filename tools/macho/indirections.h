@@ -26,6 +26,9 @@ class Indirections {
 public:
     Indirections(const std::vector<ObjectFile> &objects, const Symbols &symbols);
 
+    const std::vector<ObjectFile> &objects;
+    const Symbols &symbols;
+
     // The entry of a pointer or stub section that contains an address, and how far behind its start the address lies.
     struct Entry {
         Indirection leadsTo;
@@ -47,8 +50,6 @@ private:
     uint32_t addLocalPointer(const Target &target);
     uint32_t addStub(size_t import);
 
-    const std::vector<ObjectFile> &objects;
-    const Symbols &symbols;
     std::map<std::pair<uint32_t, uint32_t>, std::vector<Indirection>> entries; // by object and section
     std::map<size_t, uint32_t> importPointerNumbers, stubNumbers;
     std::map<std::pair<bool, Place>, uint32_t> localPointerNumbers;

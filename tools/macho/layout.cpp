@@ -79,8 +79,8 @@ int sectionRank(const OutputSection &section)
 
 } // namespace
 
-Layout::Layout(const std::vector<ObjectFile> &objects, const Pieces &pieces, const Indirections &indirections)
-    : pieces(pieces)
+Layout::Layout(const Pieces &pieces, const Indirections &indirections)
+    : objects(indirections.objects), symbols(indirections.symbols), indirections(indirections), pieces(pieces)
 {
     section("__TEXT", "__text", S_REGULAR | S_ATTR_PURE_INSTRUCTIONS | S_ATTR_SOME_INSTRUCTIONS);
     for (uint32_t object = 0; object < objects.size(); object++) {

@@ -53,9 +53,14 @@ public:
     // Room behind the load commands, for tools that change a library in place: longer names, further commands.
     static constexpr uint32_t commandRoom = 1024;
 
-    Layout(const std::vector<ObjectFile> &objects, const Pieces &pieces, const Indirections &indirections);
+    Layout(const Pieces &pieces, const Indirections &indirections);
     // `headerSize`: of the header and all load commands, which lie at the start of __TEXT.
     void assignAddresses(uint32_t headerSize);
+
+    // What is laid out.
+    const std::vector<ObjectFile> &objects;
+    const Symbols &symbols;
+    const Indirections &indirections;
 
     // __TEXT first, then __DATA and __OBJC. __LINKEDIT, which has no sections, is not among them.
     std::vector<OutputSegment> segments;

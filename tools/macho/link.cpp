@@ -50,17 +50,16 @@ LinkedLibrary link(const std::vector<ObjectFile> &objects, const ImportTable &ta
     CallFrameTables callFrames = parseAllCallFrames(objects);
     Pieces pieces(objects, symbols, callFrames);
     Indirections indirections(objects, symbols);
-    Layout layout(objects, pieces, indirections);
+    Layout layout(pieces, indirections);
 
     // The commands have the same size whatever they say.
     layout.assignAddresses(
         static_cast<uint32_t>(makeLoadCommands(layout, {}, {}, libraries.list, options).bytes.size()));
-    Contents contents = makeContents(objects, symbols, indirections, callFrames, layout);
-    SymbolTable symbolTable = makeSymbolTable(objects, symbols, indirections, layout, libraries.ordinals, options);
-    LinkEdit linkEdit =
-        makeLinkEdit(layout.endFileOffset(), symbolTable,
-                     classicFixups(contents.fixups, layout, contents.image, symbolTable.firstImport()),
-                     compressedFixups(contents.fixups, layout, symbols.imports(), libraries.ordinals), options.fixups);
+    Contents contents = makeContents(layout, callFrames);
+    SymbolTable symbolTable = makeSymbolTable(layout, libraries.ordinals, options);
+    LinkEdit linkEdit = makeLinkEdit(layout.endFileOffset(), symbolTable,
+                                     classicFixups(contents.fixups, layout, contents.image, symbolTable.firstImport()),
+                                     compressedFixups(contents.fixups, layout, libraries.ordinals), options.fixups);
     // What describes the library lies behind it in memory.
     if (alignUp(uint64_t{layout.endAddress()} + linkEdit.bytes.size(), Layout::pageSize) > Layout::largestImage)
         fail("the library would be larger than 1 GB in memory");
@@ -72,7 +71,7 @@ LinkedLibrary link(const std::vector<ObjectFile> &objects, const ImportTable &ta
     library.bytes.insert(library.bytes.end(), linkEdit.bytes.begin(), linkEdit.bytes.end());
     Identifier identifier = identifierOf(library.bytes);
     std::copy(identifier.begin(), identifier.end(), library.bytes.begin() + commands.uuidOffset);
-    library.map = mapFile(identifier, objects, symbols, layout, libraries.list);
+    library.map = mapFile(identifier, layout, libraries.list);
     return library;
 }
 

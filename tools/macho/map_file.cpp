@@ -33,11 +33,11 @@ std::string identifierText(const Identifier &identifier)
     return text;
 }
 
-std::vector<Line> symbolLines(const std::vector<ObjectFile> &objects, const Symbols &symbols, const Layout &layout)
+std::vector<Line> symbolLines(const Layout &layout)
 {
     std::vector<Line> lines;
-    for (uint32_t number = 0; number < objects.size(); number++) {
-        const ObjectFile &object = objects[number];
+    for (uint32_t number = 0; number < layout.objects.size(); number++) {
+        const ObjectFile &object = layout.objects[number];
         for (uint32_t index = 0; index < object.symbols.size(); index++) {
             const Symbol &symbol = object.symbols[index];
             if (!symbol.isInSection() || symbol.name.empty())
@@ -46,8 +46,9 @@ std::vector<Line> symbolLines(const std::vector<ObjectFile> &objects, const Symb
             if (!layout.holds(place))
                 continue;
             uint32_t address = *layout.addressOf(place);
-            lines.push_back({address, printable(symbol.name) + "  " + printable(object.name) +
-                                          (symbols.isReplaced(number, index) ? "  (a copy that is not used)" : "")});
+            lines.push_back(
+                {address, printable(symbol.name) + "  " + printable(object.name) +
+                              (layout.symbols.isReplaced(number, index) ? "  (a copy that is not used)" : "")});
         }
     }
     std::stable_sort(lines.begin(), lines.end(), [](const Line &left, const Line &right) {
@@ -58,8 +59,7 @@ std::vector<Line> symbolLines(const std::vector<ObjectFile> &objects, const Symb
 
 } // namespace
 
-std::string mapFile(const Identifier &identifier, const std::vector<ObjectFile> &objects, const Symbols &symbols,
-                    const Layout &layout, const std::vector<LoadedLibrary> &libraries)
+std::string mapFile(const Identifier &identifier, const Layout &layout, const std::vector<LoadedLibrary> &libraries)
 {
     std::string text = "# Identifier: " + identifierText(identifier) + "\n# Sections: address, size, name\n";
     for (const OutputSegment &segment : layout.segments)
@@ -67,7 +67,7 @@ std::string mapFile(const Identifier &identifier, const std::vector<ObjectFile> 
             text += addressText(section.address) + "  " + addressText(section.size) + "  " + printable(segment.name) +
                     "," + printable(section.name) + "\n";
     text += "# Symbols: address, name, object\n";
-    for (const Line &line : symbolLines(objects, symbols, layout))
+    for (const Line &line : symbolLines(layout))
         text += addressText(line.address) + "  " + line.text + "\n";
     text += "# Libraries\n";
     for (const LoadedLibrary &loaded : libraries)

@@ -12,7 +12,6 @@ namespace macho {
 
 using Identifier = std::array<uint8_t, 16>;
 
-std::string mapFile(const Identifier &identifier, const std::vector<ObjectFile> &objects, const Symbols &symbols,
-                    const Layout &layout, const std::vector<LoadedLibrary> &libraries);
+std::string mapFile(const Identifier &identifier, const Layout &layout, const std::vector<LoadedLibrary> &libraries);
 
 } // namespace macho

@@ -84,63 +84,63 @@ void Parser::checkHeader() const
 {
     if (file.size() < 4 || file.u32(0, "the header") != MH_MAGIC)
         refuse(otherKindOfFile(file));
-    if (uint32_t cpu = file.u32(4, "the header"); cpu != CPU_TYPE_I386)
-        refuse("is built for processor ", std::to_string(cpu), "; 32-bit Intel (7) is needed");
-    if (uint32_t type = file.u32(12, "the header"); type != MH_OBJECT)
-        refuse("is a Mach-O file of type ", std::to_string(type), "; an object file (1) is needed");
-    object.mayBeCut = file.u32(24, "the header") & MH_SUBSECTIONS_VIA_SYMBOLS;
+    auto header = file.record<mach_header>(0, "the header");
+    if (header.cputype != CPU_TYPE_I386)
+        refuse("is built for processor ", std::to_string(header.cputype), "; 32-bit Intel (7) is needed");
+    if (header.filetype != MH_OBJECT)
+        refuse("is a Mach-O file of type ", std::to_string(header.filetype), "; an object file (1) is needed");
+    object.mayBeCut = header.flags & MH_SUBSECTIONS_VIA_SYMBOLS;
 }
 
 void Parser::findLoadCommands()
 {
-    uint32_t count = file.u32(16, "the header");
-    uint64_t end = sizeof(mach_header) + uint64_t{file.u32(20, "the header")};
-    uint64_t offset = sizeof(mach_header);
-    for (uint32_t index = 0; index < count; index++) {
-        uint32_t command = file.u32(offset, "the load commands");
-        uint32_t size = file.u32(offset + 4, "the load commands");
-        if (size < 8 || offset + size > end || offset + size > file.size())
+    static constexpr struct {
+        uint32_t number, size;
+        std::optional<uint64_t> Parser::*place;
+    } needed[] = {{LC_SEGMENT, sizeof(segment_command), &Parser::segment},
+                  {LC_SYMTAB, sizeof(symtab_command), &Parser::symtab},
+                  {LC_DYSYMTAB, sizeof(dysymtab_command), &Parser::dysymtab}};
+    auto header = file.record<mach_header>(0, "the header");
+    uint64_t offset = sizeof header, end = sizeof header + uint64_t{header.sizeofcmds};
+    for (uint32_t index = 0; index < header.ncmds; index++) {
+        auto [number, size] = file.record<load_command>(offset, "the load commands");
+        auto row = std::find_if(std::begin(needed), std::end(needed),
+                                [number = number](const auto &each) { return each.number == number; });
+        bool isNeeded = row != std::end(needed);
+        if (size < (isNeeded ? row->size : sizeof(load_command)) || offset + size > end || offset + size > file.size())
             refuse("damaged: load command ", std::to_string(index), " has the impossible size ", std::to_string(size));
-        std::optional<uint64_t> *known = command == LC_SEGMENT    ? &segment
-                                         : command == LC_SYMTAB   ? &symtab
-                                         : command == LC_DYSYMTAB ? &dysymtab
-                                                                  : nullptr;
-        uint32_t needed = command == LC_SEGMENT    ? sizeof(segment_command)
-                          : command == LC_SYMTAB   ? sizeof(symtab_command)
-                          : command == LC_DYSYMTAB ? sizeof(dysymtab_command)
-                                                   : 8;
-        if (size < needed)
-            refuse("damaged: load command ", std::to_string(index), " has the impossible size ", std::to_string(size));
-        if (command == LC_SEGMENT_64 || (known && *known))
-            refuse("damaged: load command ", std::to_string(index), " (", hex(command), ") does not belong there");
-        if (known)
-            *known = offset;
-        else if (command & LC_REQ_DYLD)
-            refuse("load command ", std::to_string(index), " (", hex(command), ") is not supported");
+        if (number == LC_SEGMENT_64 || (isNeeded && this->*row->place))
+            refuse("damaged: load command ", std::to_string(index), " (", hex(number), ") does not belong there");
+        if (isNeeded)
+            this->*row->place = offset;
+        else if (number & LC_REQ_DYLD)
+            refuse("load command ", std::to_string(index), " (", hex(number), ") is not supported");
         offset += size;
     }
 }
 
 void Parser::readSections()
 {
-    uint32_t size = file.u32(*segment + 4, "the segment command");
-    uint32_t count = file.u32(*segment + 48, "the segment command");
-    if (count > MAX_SECT || sizeof(segment_command) + uint64_t{count} * sizeof(struct section) > size)
+    auto command = file.record<segment_command>(*segment, "the segment command");
+    uint32_t count = command.nsects;
+    if (count > MAX_SECT || sizeof command + uint64_t{count} * sizeof(struct section) > command.cmdsize)
         refuse("damaged: the segment command has no room for ", std::to_string(count), " sections");
     object.sections.resize(count);
+    uint64_t start = *segment + sizeof command;
+    const char *what = "a section record";
+    auto records = file.records<struct section>(start, count, what);
     for (uint32_t index = 0; index < count; index++) {
-        uint64_t at = *segment + sizeof(segment_command) + uint64_t{index} * sizeof(struct section);
-        const char *what = "a section record";
+        const auto &record = records[index];
         Section &section = object.sections[index];
+        uint64_t at = start + index * sizeof record;
         section.name = file.paddedText(at, 16, what);
         section.segment = file.paddedText(at + 16, 16, what);
-        section.address = file.u32(at + 32, what);
-        section.size = file.u32(at + 36, what);
-        uint32_t offset = file.u32(at + 40, what);
-        uint32_t power = file.u32(at + 44, what);
-        section.flags = file.u32(at + 56, what);
-        section.firstIndirect = file.u32(at + 60, what);
-        section.stubSize = file.u32(at + 64, what);
+        section.address = record.addr;
+        section.size = record.size;
+        uint32_t offset = record.offset, power = record.align;
+        section.flags = record.flags;
+        section.firstIndirect = record.reserved1;
+        section.stubSize = record.reserved2;
         if (power > largestAlignment)
             fail(object.describe(section), ": the alignment 2^", std::to_string(power), " cannot be kept; 2^",
                  std::to_string(largestAlignment), " is the largest");
@@ -155,46 +155,36 @@ void Parser::readSections()
     }
     // Relocations name sections, so all of these are read first.
     for (uint32_t index = 0; index < count; index++) {
-        uint64_t at = *segment + sizeof(segment_command) + uint64_t{index} * sizeof(struct section);
         Section &section = object.sections[index];
         if (section.isIndirection())
             checkIndirections(section);
-        readRelocations(section, file.u32(at + 48, "a section record"), file.u32(at + 52, "a section record"));
+        readRelocations(section, records[index].reloff, records[index].nreloc);
     }
 }
 
 void Parser::readSymbols()
 {
-    uint32_t offset = file.u32(*symtab + 8, "the symbol command"), count = file.u32(*symtab + 12, "the symbol command");
-    ByteView records = file.slice(offset, uint64_t{count} * sizeof(nlist), "the symbol table");
-    ByteView names = file.slice(file.u32(*symtab + 16, "the symbol command"),
-                                file.u32(*symtab + 20, "the symbol command"), "the table of symbol names");
-    object.symbols.resize(count);
-    for (uint32_t index = 0; index < count; index++) {
-        uint64_t at = uint64_t{index} * sizeof(nlist);
-        Symbol &symbol = object.symbols[index];
-        uint32_t name = records.u32(at, "a symbol");
-        symbol.type = records.u8(at + 4, "a symbol");
-        symbol.section = records.u8(at + 5, "a symbol");
-        symbol.description = records.u16(at + 6, "a symbol");
-        symbol.value = records.u32(at + 8, "a symbol");
-        if (name != 0)
-            symbol.name = names.text(name, longestSymbolName, "the table of symbol names");
+    auto table = file.record<symtab_command>(*symtab, "the symbol command");
+    auto records = file.records<nlist>(table.symoff, table.nsyms, "the symbol table");
+    ByteView names = file.slice(table.stroff, table.strsize, "the table of symbol names");
+    for (uint32_t index = 0; index < table.nsyms; index++) {
+        const nlist &record = records[index];
+        Symbol symbol{{}, record.n_type, record.n_sect, record.n_desc, record.n_value};
+        if (record.n_strx != 0)
+            symbol.name = names.text(record.n_strx, longestSymbolName, "the table of symbol names");
         if (symbol.isUndefined() && symbol.value != 0)
             refuse("common symbol ", printable(symbol.name), " is not supported: compile with -fno-common");
         if (symbol.name.empty() && symbol.isGlobal() && !symbol.isDebugging())
             refuse("damaged: global symbol ", std::to_string(index), " has no name");
+        object.symbols.push_back(symbol);
     }
 }
 
 void Parser::readIndirectSymbols()
 {
-    uint32_t offset = file.u32(*dysymtab + 56, "the dynamic symbol command");
-    uint32_t count = file.u32(*dysymtab + 60, "the dynamic symbol command");
-    ByteView records = file.slice(offset, uint64_t{count} * 4, "the table of indirect symbols");
-    object.indirectSymbols.resize(count);
-    for (uint32_t index = 0; index < count; index++)
-        object.indirectSymbols[index] = load32(records.data() + 4 * index);
+    auto table = file.record<dysymtab_command>(*dysymtab, "the dynamic symbol command");
+    object.indirectSymbols =
+        file.records<uint32_t>(table.indirectsymoff, table.nindirectsyms, "the table of indirect symbols");
 }
 
 void Parser::checkIndirections(const Section &section) const

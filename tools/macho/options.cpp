@@ -1,6 +1,8 @@
 #include "tools/macho/options.h"
 
 #include <algorithm>
+#include <functional>
+#include <map>
 #include <optional>
 
 #include "tools/macho/version.h"
@@ -33,76 +35,65 @@ constexpr uint32_t firstSystem = 10 << 16 | 4 << 8, firstCompressedSystem = 10 <
 struct Reader {
     const std::vector<std::string> &arguments;
     size_t next = 0;
+    std::string option = {};
     CommandLine line = {};
     std::optional<uint32_t> minimumSystem = {}, compatibilityVersion = {};
 
-    const std::string &valueOf(const std::string &option)
+    void read();
+    void check();
+
+    const std::string &value()
     {
         if (next == arguments.size())
             fail("option ", option, " needs a value");
         return arguments[next++];
     }
-    uint32_t versionOf(const std::string &option)
+    uint32_t version()
     {
-        const std::string &text = valueOf(option);
+        const std::string &text = value();
         auto version = parseVersion(text);
         if (!version)
             fail("option ", option, ": ", printable(text), " is not a version: X, X.Y or X.Y.Z is expected");
         return *version;
     }
-    void read();
-    void readFixups(const std::string &option);
-    void check();
+    FixupForm fixups()
+    {
+        static const std::map<std::string, FixupForm> forms = {
+            {"classic", FixupForm::Classic}, {"compressed", FixupForm::Compressed}, {"both", FixupForm::Both}};
+        const std::string &name = value();
+        auto form = forms.find(name);
+        if (form == forms.end())
+            fail("option -fixups: ", printable(name), " is none of classic, compressed and both");
+        return form->second;
+    }
 };
 
 void Reader::read()
 {
+    const std::map<std::string, std::function<void()>> options = {
+        {"-o", [&] { line.output = value(); }},
+        {"-symbols", [&] { line.symbolTable = value(); }},
+        {"-export", [&] { line.link.exports.push_back(value()); }},
+        {"-exported_symbols_list", [&] { line.exportLists.push_back(value()); }},
+        {"-install_name", [&] { line.link.installName = value(); }},
+        {"-current_version", [&] { line.link.currentVersion = version(); }},
+        {"-compatibility_version", [&] { compatibilityVersion = version(); }},
+        {"-macosx_version_min", [&] { minimumSystem = version(); }},
+        {"-fixups", [&] { line.link.fixups = fixups(); }},
+        {"-strip", [&] { line.link.strip = true; }},
+        {"-map", [&] { line.map = value(); }},
+        {"-help", [&] { line.help = true; }},
+        {"--help", [&] { line.help = true; }},
+    };
     while (next < arguments.size()) {
-        const std::string &option = arguments[next++];
-        if (option == "-o")
-            line.output = valueOf(option);
-        else if (option == "-symbols")
-            line.symbolTable = valueOf(option);
-        else if (option == "-export")
-            line.link.exports.push_back(valueOf(option));
-        else if (option == "-exported_symbols_list")
-            line.exportLists.push_back(valueOf(option));
-        else if (option == "-install_name")
-            line.link.installName = valueOf(option);
-        else if (option == "-current_version")
-            line.link.currentVersion = versionOf(option);
-        else if (option == "-compatibility_version")
-            compatibilityVersion = versionOf(option);
-        else if (option == "-macosx_version_min")
-            minimumSystem = versionOf(option);
-        else if (option == "-fixups")
-            readFixups(option);
-        else if (option == "-strip")
-            line.link.strip = true;
-        else if (option == "-map")
-            line.map = valueOf(option);
-        else if (option == "-help" || option == "--help")
-            line.help = true;
+        option = arguments[next++];
+        if (auto known = options.find(option); known != options.end())
+            known->second();
         else if (!option.empty() && option[0] == '-')
             fail("unknown option ", printable(option), "; -help shows them all");
         else
             line.objects.push_back(option);
     }
-}
-
-void Reader::readFixups(const std::string &option)
-{
-    static const struct {
-        const char *name;
-        FixupForm form;
-    } forms[] = {{"classic", FixupForm::Classic}, {"compressed", FixupForm::Compressed}, {"both", FixupForm::Both}};
-    const std::string &value = valueOf(option);
-    for (const auto &each : forms)
-        if (value == each.name) {
-            line.link.fixups = each.form;
-            return;
-        }
-    fail("option -fixups: ", printable(value), " is none of classic, compressed and both");
 }
 
 void Reader::check()

@@ -8,9 +8,9 @@ namespace {
 
 class Settler {
 public:
-    Settler(uint32_t number, const ObjectFile &object, const Section &section, const Symbols &symbols,
-            const Addresses &addresses, Fixups &fixups)
-        : number(number), object(object), section(section), symbols(symbols), addresses(addresses), fixups(fixups)
+    Settler(uint32_t number, uint32_t section, const Addresses &addresses, Fixups &fixups)
+        : number(number), object(addresses.layout.objects[number]), section(object.sections[section]),
+          addresses(addresses), fixups(fixups)
     {
     }
 
@@ -30,7 +30,6 @@ private:
     uint32_t number;
     const ObjectFile &object;
     const Section &section;
-    const Symbols &symbols;
     const Addresses &addresses;
     Fixups &fixups;
     std::string where; // "a.o: __TEXT,__text+0x10"
@@ -82,7 +81,7 @@ void Settler::settleInside(const Relocation &relocation, const Place &target)
 void Settler::settleSymbol(const Relocation &relocation)
 {
     const Symbol &symbol = object.symbols[relocation.target];
-    Target target = symbols.resolve(number, relocation.target);
+    Target target = addresses.layout.symbols.resolve(number, relocation.target);
     bool imported = target.kind == Target::Imported;
     if (relocation.pcRelative) {
         uint32_t address = imported ? addresses.ofStub(target.import) : addresses.of(target, where);
@@ -122,18 +121,18 @@ void Settler::refuseInCode(std::string_view symbol) const
 
 } // namespace
 
-void settleRelocations(uint32_t object, uint32_t number, const std::vector<ObjectFile> &objects, const Symbols &symbols,
-                       const Addresses &addresses, const Layout &layout, Bytes &image, Fixups &fixups)
+void settleRelocations(uint32_t object, uint32_t number, const Addresses &addresses, Bytes &image, Fixups &fixups)
 {
-    const Section &section = objects[object].sections[number];
-    Settler settler(object, objects[object], section, symbols, addresses, fixups);
+    const Layout &layout = addresses.layout;
+    const Section &section = layout.objects[object].sections[number];
+    Settler settler(object, number, addresses, fixups);
     for (const Relocation &relocation : section.relocations) {
         Place place{object, number, section.address + relocation.offset};
         uint32_t room = layout.roomAt(place);
         if (room == 0)
             continue;
         if (room < pointerSize)
-            fail(objects[object].describe(section), "+", hex(relocation.offset),
+            fail(layout.objects[object].describe(section), "+", hex(relocation.offset),
                  ": damaged: a relocation across the end of a definition or a literal");
         uint32_t address = *layout.addressOf(place);
         settler.settle(relocation, &image[layout.fileOffsetOf(address)], address);

@@ -8,8 +8,6 @@ namespace macho {
 
 // What is left for the loader is added to `fixups`. Raises a Failure for a reference that would make the loader change
 // code, and for one that leads nowhere.
-void settleRelocations(uint32_t object, uint32_t section, const std::vector<ObjectFile> &objects,
-                       const Symbols &symbols, const Addresses &addresses, const Layout &layout, Bytes &image,
-                       Fixups &fixups);
+void settleRelocations(uint32_t object, uint32_t section, const Addresses &addresses, Bytes &image, Fixups &fixups);
 
 } // namespace macho

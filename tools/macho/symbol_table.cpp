@@ -11,10 +11,8 @@ namespace {
 
 class Maker {
 public:
-    Maker(const std::vector<ObjectFile> &objects, const Symbols &symbols, const Indirections &indirections,
-          const Layout &layout, const std::vector<uint32_t> &ordinals, const LinkOptions &options)
-        : objects(objects), symbols(symbols), indirections(indirections), layout(layout), ordinals(ordinals),
-          options(options)
+    Maker(const Layout &layout, const std::vector<uint32_t> &ordinals, const LinkOptions &options)
+        : layout(layout), ordinals(ordinals), options(options)
     {
         names.u8(0);
     }
@@ -27,9 +25,6 @@ private:
     Bytes functionStarts() const;
     void addRecord(std::string_view name, uint32_t type, uint32_t section, uint32_t description, uint32_t value);
 
-    const std::vector<ObjectFile> &objects;
-    const Symbols &symbols;
-    const Indirections &indirections;
     const Layout &layout;
     const std::vector<uint32_t> &ordinals;
     const LinkOptions &options;
@@ -43,23 +38,23 @@ SymbolTable Maker::make()
     collectExports();
     table.functionStarts = functionStarts();
     if (!options.strip)
-        for (uint32_t object = 0; object < objects.size(); object++)
+        for (uint32_t object = 0; object < layout.objects.size(); object++)
             addLocals(object);
     // An early loader misreads number 0 among the indirect symbols, so no import may be the first symbol.
-    if (records.size() == 0 && table.exports.empty() && !symbols.imports().empty())
+    if (records.size() == 0 && table.exports.empty() && !layout.symbols.imports().empty())
         addRecord("no import", N_ABS, 0, 0, 0);
     table.localCount = static_cast<uint32_t>(records.size() / sizeof(nlist));
     for (const auto &[name, address] : table.exports) // sorted: old loaders search them by halves
         addRecord(name, N_SECT | N_EXT, layout.sectionNumberAt(address), 0, address);
     table.exportCount = static_cast<uint32_t>(table.exports.size());
-    for (size_t index = 0; index < symbols.imports().size(); index++) {
-        const Import &import = symbols.imports()[index];
+    for (size_t index = 0; index < layout.symbols.imports().size(); index++) {
+        const Import &import = layout.symbols.imports()[index];
         addRecord(import.name, N_UNDF | N_EXT, 0, ordinals[index] << 8 | (import.weak ? N_WEAK_REF : 0), 0);
     }
-    table.importCount = static_cast<uint32_t>(symbols.imports().size());
+    table.importCount = static_cast<uint32_t>(layout.symbols.imports().size());
 
     ByteWriter indirect;
-    for (const std::vector<size_t> *list : {&indirections.stubs(), &indirections.importPointers()})
+    for (const std::vector<size_t> *list : {&layout.indirections.stubs(), &layout.indirections.importPointers()})
         for (size_t import : *list)
             indirect.u32(table.firstImport() + static_cast<uint32_t>(import));
     names.alignTo(pointerSize);
@@ -72,22 +67,22 @@ SymbolTable Maker::make()
 void Maker::collectExports()
 {
     for (const std::string &name : options.exports) {
-        auto target = symbols.definition(name);
+        auto target = layout.symbols.definition(name);
         if (!target || target->kind != Target::Defined)
             fail("exported symbol ", printable(name), " is not defined in any object");
         addExport(name, *target);
     }
     if (!options.exports.empty())
         return;
-    for (const ObjectFile &object : objects)
+    for (const ObjectFile &object : layout.objects)
         for (const Symbol &symbol : object.symbols)
             if (symbol.isInSection() && symbol.isGlobal() && !symbol.isPrivate())
-                addExport(symbol.name, *symbols.definition(symbol.name));
+                addExport(symbol.name, *layout.symbols.definition(symbol.name));
 }
 
 void Maker::addExport(std::string_view name, const Target &target)
 {
-    const ObjectFile &object = objects[target.place.object];
+    const ObjectFile &object = layout.objects[target.place.object];
     const Section &section = object.sections[target.place.section];
     auto address = layout.addressOf(target.place);
     if (!address)
@@ -98,11 +93,11 @@ void Maker::addExport(std::string_view name, const Target &target)
 
 void Maker::addLocals(uint32_t number)
 {
-    const ObjectFile &object = objects[number];
+    const ObjectFile &object = layout.objects[number];
     for (uint32_t index = 0; index < object.symbols.size(); index++) {
         const Symbol &symbol = object.symbols[index];
         Place place{number, symbol.section - 1u, symbol.value};
-        if (!symbol.isForReaders() || !layout.holds(place) || symbols.isReplaced(number, index) ||
+        if (!symbol.isForReaders() || !layout.holds(place) || layout.symbols.isReplaced(number, index) ||
             (symbol.isGlobal() && table.exports.count(symbol.name)))
             continue;
         // Nobody looks for the names of call frame records.
@@ -116,11 +111,11 @@ void Maker::addLocals(uint32_t number)
 Bytes Maker::functionStarts() const
 {
     std::set<uint32_t> starts;
-    for (uint32_t number = 0; number < objects.size(); number++)
-        for (const Symbol &symbol : objects[number].symbols) {
+    for (uint32_t number = 0; number < layout.objects.size(); number++)
+        for (const Symbol &symbol : layout.objects[number].symbols) {
             Place place{number, symbol.section - 1u, symbol.value};
             if (symbol.isForReaders() && !symbol.isInsideDefinition() && layout.roomAt(place) > 0 &&
-                objects[number].sections[place.section].flags & S_ATTR_PURE_INSTRUCTIONS)
+                layout.objects[number].sections[place.section].flags & S_ATTR_PURE_INSTRUCTIONS)
                 starts.insert(*layout.addressOf(place));
         }
     ByteWriter distances;
@@ -173,11 +168,9 @@ LoadedLibraries loadedLibraries(const std::vector<Import> &imports, const Import
     return loaded;
 }
 
-SymbolTable makeSymbolTable(const std::vector<ObjectFile> &objects, const Symbols &symbols,
-                            const Indirections &indirections, const Layout &layout,
-                            const std::vector<uint32_t> &ordinals, const LinkOptions &options)
+SymbolTable makeSymbolTable(const Layout &layout, const std::vector<uint32_t> &ordinals, const LinkOptions &options)
 {
-    return Maker(objects, symbols, indirections, layout, ordinals, options).make();
+    return Maker(layout, ordinals, options).make();
 }
 
 } // namespace macho

@@ -32,8 +32,6 @@ struct SymbolTable {
     uint32_t firstImport() const { return localCount + exportCount; }
 };
 
-SymbolTable makeSymbolTable(const std::vector<ObjectFile> &objects, const Symbols &symbols,
-                            const Indirections &indirections, const Layout &layout,
-                            const std::vector<uint32_t> &ordinals, const LinkOptions &options);
+SymbolTable makeSymbolTable(const Layout &layout, const std::vector<uint32_t> &ordinals, const LinkOptions &options);
 
 } // namespace macho

@@ -45,7 +45,7 @@ TEST(Bytes, ReadingPastTheEndNamesTheFile)
               "f.o: the file is cut off or damaged: a word reaches past its end");
     EXPECT_EQ(failureOf({1, 2, 3}, [](const ByteView &view) { view.slice(UINT64_MAX, 2, "a part"); }),
               "f.o: the file is cut off or damaged: a part reaches past its end");
-    EXPECT_EQ(failureOf({1, 2, 3}, [](const ByteView &view) { view.u16(1, "a word"); }), "none");
+    EXPECT_EQ(failureOf({1, 2, 3}, [](const ByteView &view) { view.record<uint16_t>(1, "a word"); }), "none");
 }
 
 TEST(Bytes, NumbersOfMoreThan32BitsAreRefused)
