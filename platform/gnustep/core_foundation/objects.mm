@@ -67,16 +67,9 @@ static CFTypeID typeOfAnyObject(id, SEL)
     return platform::otherObject;
 }
 
-@interface PlatformObjects : NSObject
-@end
-
-@implementation PlatformObjects
-
-+ (void)load
+__attribute__((constructor)) static void install()
 {
     if (platform::typesAllObjects())
-        class_addMethod(static_cast<Class>(objc_getClass("NSObject")), @selector(_cfTypeID),
+        class_addMethod(static_cast<Class>(objc_getClass("NSObject")), sel_registerName("_cfTypeID"),
                         reinterpret_cast<IMP>(typeOfAnyObject), "L8@0:4");
 }
-
-@end

@@ -8,13 +8,9 @@
 
 using namespace platform;
 
-using InitWithString = id (*)(id, SEL, NSString *, NSURL *);
-using InitWithPath = id (*)(id, SEL, NSString *);
-using InitWithFolder = id (*)(id, SEL, NSString *, BOOL);
-
-static InitWithString initWithStringBefore;
-static InitWithPath initWithPathBefore;
-static InitWithFolder initWithFolderBefore;
+static id (*initWithStringBefore)(id, SEL, NSString *, NSURL *);
+static id (*initWithPathBefore)(id, SEL, NSString *);
+static id (*initWithFolderBefore)(id, SEL, NSString *, BOOL);
 
 static NSString *stringOf(const std::string &ascii)
 {
@@ -227,16 +223,9 @@ URLText platform::textOfURL(NSURL *url)
     return URLText::parse(unitsOf([url relativeString])).value_or(*URLText::parse({}));
 }
 
-@interface PlatformURLs : NSObject
-@end
-
-@implementation PlatformURLs
-
-+ (void)load
+__attribute__((constructor)) static void install()
 {
     initWithStringBefore = replaceMethod("NSURL", "initWithString:relativeToURL:", initWithString);
     initWithPathBefore = replaceMethod("NSURL", "initFileURLWithPath:", initWithPath);
     initWithFolderBefore = replaceMethod("NSURL", "initFileURLWithPath:isDirectory:", initWithFolder);
 }
-
-@end

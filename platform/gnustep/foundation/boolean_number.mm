@@ -9,14 +9,7 @@ static const char *objCTypeOfBoolean(id, SEL)
     return "c";
 }
 
-@interface PlatformBooleanNumber : NSObject
-@end
-
-@implementation PlatformBooleanNumber
-
-+ (void)load
+__attribute__((constructor)) static void install()
 {
     platform::replaceMethod("NSBoolNumber", "objCType", objCTypeOfBoolean);
 }
-
-@end

@@ -6,9 +6,7 @@
 #import <Foundation/Foundation.h>
 #include <string.h>
 
-using InitWithInterval = id (*)(id, SEL, NSTimeInterval);
-
-static InitWithInterval calendarDateBefore;
+static id (*calendarDateBefore)(id, SEL, NSTimeInterval);
 
 static id initDate(id self, SEL, NSTimeInterval seconds)
 {
@@ -24,16 +22,9 @@ static id initCalendarDate(id self, SEL selector, NSTimeInterval seconds)
     return calendarDateBefore(self, selector, seconds <= first ? first : seconds < last ? seconds : last);
 }
 
-@interface PlatformDates : NSObject
-@end
-
-@implementation PlatformDates
-
-+ (void)load
+__attribute__((constructor)) static void install()
 {
     platform::replaceMethod("NSGDate", "initWithTimeIntervalSinceReferenceDate:", initDate);
     calendarDateBefore =
         platform::replaceMethod("NSCalendarDate", "initWithTimeIntervalSinceReferenceDate:", initCalendarDate);
 }
-
-@end

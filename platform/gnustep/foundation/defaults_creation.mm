@@ -9,13 +9,9 @@
 
 #include <vector>
 
-using InitWithUser = id (*)(id, SEL, NSString *);
-using StandardUserDefaults = id (*)(id, SEL);
-using Dealloc = void (*)(id, SEL);
-
-static InitWithUser initBefore;
-static StandardUserDefaults standardBefore;
-static Dealloc deallocBefore;
+static id (*initBefore)(id, SEL, NSString *);
+static id (*standardBefore)(id, SEL);
+static void (*deallocBefore)(id, SEL);
 
 // Above 0 while GNUstep makes the standard object, which gets its search list from its maker.
 static thread_local int makingStandard;
@@ -65,16 +61,9 @@ static void dealloc(id self, SEL selector)
     [static_cast<id>(path) release];
 }
 
-@interface PlatformDefaultsCreation : NSObject
-@end
-
-@implementation PlatformDefaultsCreation
-
-+ (void)load
+__attribute__((constructor)) static void install()
 {
     initBefore = platform::replaceMethod("NSUserDefaults", "initWithUser:", initWithUser);
     deallocBefore = platform::replaceMethod("NSUserDefaults", "dealloc", dealloc);
     standardBefore = platform::replaceClassMethod("NSUserDefaults", "standardUserDefaults", standardUserDefaults);
 }
-
-@end

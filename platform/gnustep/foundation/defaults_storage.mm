@@ -35,21 +35,13 @@
 - (void)_unlockDefaultsFile;
 @end
 
-using InitLock = id (*)(id, SEL, NSString *);
-using Lock = BOOL (*)(NSUserDefaults *, SEL, BOOL *);
-using Synchronize = BOOL (*)(NSUserDefaults *, SEL);
-using WantToRead = BOOL (*)(NSUserDefaults *, SEL, NSDate *);
-
-static InitLock initLockBefore;
-static Lock lockBefore;
-static Synchronize synchronizeBefore;
-static WantToRead wantToReadBefore;
+static id (*initLockBefore)(id, SEL, NSString *);
+static BOOL (*lockBefore)(NSUserDefaults *, SEL, BOOL *);
+static BOOL (*synchronizeBefore)(NSUserDefaults *, SEL);
+static BOOL (*wantToReadBefore)(NSUserDefaults *, SEL, NSDate *);
 
 // Whether a domain could not be written since this thread's innermost synchronize began.
 static thread_local bool isUnwritten;
-
-@interface PlatformDefaultsStorage : NSObject
-@end
 
 @implementation NSUserDefaults (PlatformStorage)
 
@@ -222,9 +214,7 @@ static BOOL wantToRead(NSUserDefaults *self, SEL selector, NSDate *lastSynchroni
     return [self _readOnly] || wantToReadBefore(self, selector, [lastSynchronization dateByAddingTimeInterval:-0.05]);
 }
 
-@implementation PlatformDefaultsStorage
-
-+ (void)load
+__attribute__((constructor)) static void install()
 {
     platform::replaceMethod("GSPersistentDomain", "synchronize", synchronizeDomain);
     synchronizeBefore = platform::replaceMethod("NSUserDefaults", "synchronize", synchronizeDefaults);
@@ -232,5 +222,3 @@ static BOOL wantToRead(NSUserDefaults *self, SEL selector, NSDate *lastSynchroni
     lockBefore = platform::replaceMethod("NSUserDefaults", "_lockDefaultsFile:", lockDefaults);
     wantToReadBefore = platform::replaceMethod("NSUserDefaults", "wantToReadDefaultsSince:", wantToRead);
 }
-
-@end

@@ -8,15 +8,10 @@
 
 using platform::isPropertyList;
 
-using StringForKey = NSString *(*)(id, SEL, NSString *);
-using SetObject = void (*)(id, SEL, id, NSString *);
-using SetDomain = void (*)(id, SEL, NSDictionary *, NSString *);
-using SetInDomain = BOOL (*)(id, SEL, id, NSString *);
-
-static StringForKey stringBefore;
-static SetObject setObjectBefore;
-static SetDomain setDomainBefore;
-static SetInDomain setInDomainBefore;
+static NSString *(*stringBefore)(id, SEL, NSString *);
+static void (*setObjectBefore)(id, SEL, id, NSString *);
+static void (*setDomainBefore)(id, SEL, NSDictionary *, NSString *);
+static BOOL (*setInDomainBefore)(id, SEL, id, NSString *);
 
 static NSString *stringForKey(id self, SEL selector, NSString *key)
 {
@@ -63,17 +58,10 @@ static BOOL setInDomain(id self, SEL selector, id value, NSString *key)
     return setInDomainBefore(self, selector, value, key);
 }
 
-@interface PlatformDefaultsValues : NSObject
-@end
-
-@implementation PlatformDefaultsValues
-
-+ (void)load
+__attribute__((constructor)) static void install()
 {
     stringBefore = platform::replaceMethod("NSUserDefaults", "stringForKey:", stringForKey);
     setObjectBefore = platform::replaceMethod("NSUserDefaults", "setObject:forKey:", setObject);
     setDomainBefore = platform::replaceMethod("NSUserDefaults", "setPersistentDomain:forName:", setPersistentDomain);
     setInDomainBefore = platform::replaceMethod("GSPersistentDomain", "setObject:forKey:", setInDomain);
 }
-
-@end

@@ -11,13 +11,9 @@
 #include <mutex>
 #include <vector>
 
-using ObjectForKey = id (*)(NSUserDefaults *, SEL, NSString *);
-using Representation = NSDictionary *(*)(NSUserDefaults *, SEL);
-using Synchronize = BOOL (*)(NSUserDefaults *, SEL);
-
-static ObjectForKey objectBefore;
-static Representation representationBefore;
-static Synchronize synchronizeBefore;
+static id (*objectBefore)(NSUserDefaults *, SEL, NSString *);
+static NSDictionary *(*representationBefore)(NSUserDefaults *, SEL);
+static BOOL (*synchronizeBefore)(NSUserDefaults *, SEL);
 
 @interface NSUserDefaults (GNUstepPrivate)
 - (NSString *)_directory;
@@ -139,17 +135,10 @@ BOOL synchronize(NSUserDefaults *self, SEL selector)
 
 @end
 
-@interface PlatformManagedDefaults : NSObject
-@end
-
-@implementation PlatformManagedDefaults
-
-+ (void)load
+__attribute__((constructor)) static void install()
 {
     objectBefore = platform::replaceMethod("NSUserDefaults", "objectForKey:", objectForKey);
     representationBefore =
         platform::replaceMethod("NSUserDefaults", "dictionaryRepresentation", dictionaryRepresentation);
     synchronizeBefore = platform::replaceMethod("NSUserDefaults", "synchronize", synchronize);
 }
-
-@end

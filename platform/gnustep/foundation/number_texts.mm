@@ -60,12 +60,7 @@ static Whole wholeValue(NSString *self, SEL)
     return std::clamp<long long>(number, Limits::min(), Limits::max());
 }
 
-@interface PlatformNumberTexts : NSObject
-@end
-
-@implementation PlatformNumberTexts
-
-+ (void)load
+__attribute__((constructor)) static void install()
 {
     platform::replaceMethod("NSString", "doubleValue", doubleValue);
     platform::replaceMethod("NSString", "floatValue", floatValue);
@@ -73,5 +68,3 @@ static Whole wholeValue(NSString *self, SEL)
     platform::replaceMethod("NSString", "integerValue", wholeValue<NSInteger>);
     platform::replaceMethod("NSString", "longLongValue", wholeValue<long long>);
 }
-
-@end

@@ -147,12 +147,7 @@ NSNumber *platform::numberOf16Bytes(UInt64 value)
     return make<NSUnsignedLongLongNumber>(value);
 }
 
-@interface PlatformNumbers : NSObject
-@end
-
-@implementation PlatformNumbers
-
-+ (void)load
+__attribute__((constructor)) static void install()
 {
     Maker<signed char, 0>::install("numberWithChar:");
     Maker<unsigned char, 0>::install("numberWithUnsignedChar:");
@@ -171,5 +166,3 @@ NSNumber *platform::numberOf16Bytes(UInt64 value)
     doubleBefore = RealMaker<double>::before =
         replaceClassMethod("NSNumber", "numberWithDouble:", RealMaker<double>::number);
 }
-
-@end

@@ -7,9 +7,7 @@
 
 static const char *const laterAccessors[] = {"doubleForKey:", "setDouble:forKey:", "URLForKey:", "setURL:forKey:"};
 
-using Responds = BOOL (*)(id, SEL, SEL);
-
-static Responds respondsBefore;
+static BOOL (*respondsBefore)(id, SEL, SEL);
 
 static BOOL responds(id self, SEL selector, SEL asked)
 {
@@ -25,12 +23,7 @@ static id notRecognized(id self, SEL selector)
     return nil;
 }
 
-@interface PlatformOldestSystem : NSObject
-@end
-
-@implementation PlatformOldestSystem
-
-+ (void)load
+__attribute__((constructor)) static void install()
 {
     if (!platform::playsOldestSystem())
         return;
@@ -38,5 +31,3 @@ static id notRecognized(id self, SEL selector)
     for (const char *accessor : laterAccessors)
         platform::replaceMethod("NSUserDefaults", accessor, notRecognized);
 }
-
-@end

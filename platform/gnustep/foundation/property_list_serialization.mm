@@ -9,11 +9,8 @@
 
 #include <string>
 
-using WriteList = NSData *(*)(id, SEL, id, NSPropertyListFormat, NSString **);
-using ReadList = id (*)(id, SEL, NSData *, NSPropertyListReadOptions, NSPropertyListFormat *, NSError **);
-
-static WriteList writeBefore;
-static ReadList readBefore;
+static NSData *(*writeBefore)(id, SEL, id, NSPropertyListFormat, NSString **);
+static id (*readBefore)(id, SEL, NSData *, NSPropertyListReadOptions, NSPropertyListFormat *, NSError **);
 
 static NSData *writeList(id self, SEL selector, id root, NSPropertyListFormat format, NSString **error)
 {
@@ -94,17 +91,10 @@ static id readList(id self, SEL selector, NSData *data, NSPropertyListReadOption
                : root;
 }
 
-@interface PlatformPropertyListSerialization : NSObject
-@end
-
-@implementation PlatformPropertyListSerialization
-
-+ (void)load
+__attribute__((constructor)) static void install()
 {
     const char *serialization = "NSPropertyListSerialization";
     writeBefore =
         platform::replaceClassMethod(serialization, "dataFromPropertyList:format:errorDescription:", writeList);
     readBefore = platform::replaceClassMethod(serialization, "propertyListWithData:options:format:error:", readList);
 }
-
-@end

@@ -1,5 +1,5 @@
-// How a method of Foundation is replaced. Each replacement is installed by the +load of a class in its own file, before
-// any message is sent to the class concerned: only runtime functions may be used there.
+// How a method of Foundation is replaced. Each file installs its replacements when the library is loaded, before any
+// message is sent to the class concerned: only runtime functions may be used there.
 #pragma once
 
 #import <Foundation/Foundation.h>
