@@ -26,6 +26,24 @@
         .cfi_restore_state
 .endm
 
+/* Looks up the method for the receiver and the selector that stand `at` so far from the frame: the method in eax, and
+   whether it returns a small struct in edx. */
+.macro look_up function, at
+        movl    \at(%ebp), %eax
+        movl    \at + 4(%ebp), %ecx
+        movl    %eax, 0(%esp)
+        movl    %ecx, 4(%esp)
+        call    \function
+.endm
+
+/* The same for a struct objc_super *, in whose place its receiver is put. */
+.macro look_up_super at
+        look_up machorun_lookUpSuper, \at
+        movl    \at(%ebp), %ecx
+        movl    (%ecx), %ecx
+        movl    %ecx, \at(%ebp)
+.endm
+
 .macro begin name
         .globl  \name
         .hidden \name
@@ -41,13 +59,9 @@
 
 begin machorun_msgSend
         enter_frame
-        movl    8(%ebp), %eax                   /* receiver */
-        testl   %eax, %eax
-        jz      1f
-        movl    12(%ebp), %ecx                  /* selector */
-        movl    %eax, 0(%esp)
-        movl    %ecx, 4(%esp)
-        call    machorun_lookUp
+        cmpl    $0, 8(%ebp)
+        je      1f
+        look_up machorun_lookUp, 8
         testl   %edx, %edx
         jnz     call_for_small_struct
         leave_frame_and jmp *%eax
@@ -59,13 +73,9 @@ finish machorun_msgSend
 /* Floating-point results are on the FPU stack on both systems; only nil needs another answer. */
 begin machorun_msgSend_fpret
         enter_frame
-        movl    8(%ebp), %eax
-        testl   %eax, %eax
-        jz      1f
-        movl    12(%ebp), %ecx
-        movl    %eax, 0(%esp)
-        movl    %ecx, 4(%esp)
-        call    machorun_lookUp
+        cmpl    $0, 8(%ebp)
+        je      1f
+        look_up machorun_lookUp, 8
         leave_frame_and jmp *%eax
 1:      fldz
         leave_frame_and ret
@@ -75,27 +85,16 @@ finish machorun_msgSend_fpret
    macOS, nil leaves the struct as it was. */
 begin machorun_msgSend_stret
         enter_frame
-        movl    12(%ebp), %eax
-        testl   %eax, %eax
-        jz      1f
-        movl    16(%ebp), %ecx
-        movl    %eax, 0(%esp)
-        movl    %ecx, 4(%esp)
-        call    machorun_lookUp
+        cmpl    $0, 12(%ebp)
+        je      1f
+        look_up machorun_lookUp, 12
         leave_frame_and jmp *%eax
 1:      leave_frame_and ret $4
 finish machorun_msgSend_stret
 
 begin machorun_msgSendSuper
         enter_frame
-        movl    8(%ebp), %eax                   /* struct objc_super * */
-        movl    12(%ebp), %ecx
-        movl    %eax, 0(%esp)
-        movl    %ecx, 4(%esp)
-        call    machorun_lookUpSuper
-        movl    8(%ebp), %ecx
-        movl    (%ecx), %ecx
-        movl    %ecx, 8(%ebp)                   /* its receiver takes its place */
+        look_up_super 8
         testl   %edx, %edx
         jnz     call_for_small_struct
         leave_frame_and jmp *%eax
@@ -103,14 +102,7 @@ finish machorun_msgSendSuper
 
 begin machorun_msgSendSuper_stret
         enter_frame
-        movl    12(%ebp), %eax
-        movl    16(%ebp), %ecx
-        movl    %eax, 0(%esp)
-        movl    %ecx, 4(%esp)
-        call    machorun_lookUpSuper
-        movl    12(%ebp), %ecx
-        movl    (%ecx), %ecx
-        movl    %ecx, 12(%ebp)
+        look_up_super 12
         leave_frame_and jmp *%eax
 finish machorun_msgSendSuper_stret
 

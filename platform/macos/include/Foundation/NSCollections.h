@@ -25,7 +25,6 @@
 
 @interface NSDictionary : NSObject
 + (id)dictionary;
-+ (id)dictionaryWithObject:(id)object forKey:(id)key;
 - (NSUInteger)count;
 - (NSArray *)allKeys;
 - (id)objectForKey:(id)key;

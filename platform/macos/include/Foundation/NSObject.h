@@ -16,18 +16,11 @@ __attribute__((objc_root_class))
 - (id)retain;
 - (void)release;
 - (id)autorelease;
-- (NSUInteger)retainCount;
 - (Class)class;
 - (Class)superclass;
-- (NSUInteger)hash;
-- (BOOL)isEqual:(id)object;
 - (BOOL)isKindOfClass:(Class)wanted;
 - (BOOL)respondsToSelector:(SEL)selector;
-- (id)performSelector:(SEL)selector withObject:(id)object;
 - (NSString *)description;
-@end
-
-@interface NSAutoreleasePool : NSObject
 @end
 
 @interface NSNull : NSObject

@@ -12,7 +12,6 @@
 - (const char *)UTF8String;
 - (BOOL)isEqualToString:(NSString *)string;
 - (NSRange)rangeOfString:(NSString *)string;
-- (NSString *)stringByAppendingString:(NSString *)string;
 - (float)floatValue;
 - (double)doubleValue;
 @end
