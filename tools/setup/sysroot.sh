@@ -13,39 +13,8 @@ layout=2
 
 packages=$(sed -e 's/#.*//' "$here/sysroot-packages.txt" | awk 'NF { print $1 }' | sort)
 key=$(printf '%s\n' "layout $layout" "$packages" | sha256sum | cut -c1-12)
-cache=$(cache_dir)
-sysroot=$cache/sysroot-$key
-
-case ${1:-} in
-'') ;;
---path)
-    echo "$sysroot"
-    exit 0
-    ;;
-*)
-    echo "usage: sysroot.sh [--path]" >&2
-    exit 2
-    ;;
-esac
-if [ -d "$sysroot" ]; then
-    exit 0
-fi
-
-# One set-up at a time: a second one waits and then finds the sysroot made. What lies beside it under the lock is left
-# over from a set-up that was interrupted.
-mkdir -p "$cache"
-exec 9>"$sysroot.lock"
-if ! flock -n 9; then
-    progress "sysroot: waiting for another set-up to finish"
-    flock 9
-    progress_done
-fi
-if [ -d "$sysroot" ]; then
-    exit 0
-fi
-rm -rf "$sysroot".work
-work=$sysroot.work
-trap 'progress_done; rm -rf "$work"' EXIT
+sysroot=$(cache_dir)/sysroot-$key
+make_once sysroot "$sysroot" "$@"
 mkdir -p "$work"/{state/lists/partial,cache/archives/partial,keys,root}
 : >"$work/status"
 log=$work/log

@@ -376,15 +376,11 @@ private:
 
 } // namespace
 
-NSData *binaryPropertyList(id root, NSString **error)
+NSData *binaryPropertyList(id root)
 {
     Writer writer;
     UInt32 number;
-    if (writer.add(root, &number))
-        return writer.finish(number);
-    if (error)
-        *error = @"not a property list";
-    return nil;
+    return writer.add(root, &number) ? writer.finish(number) : nil;
 }
 
 id propertyListFromBinary(NSData *data)

@@ -93,7 +93,7 @@ int writeDomainFile(NSDictionary *values, NSString *path)
         return error;
     if ([values count] == 0)
         return unlink(file) == 0 || errno == ENOENT ? 0 : errno;
-    NSData *data = binaryPropertyList(values, nullptr);
+    NSData *data = binaryPropertyList(values);
     return data ? replaceFile(file, there.st_uid, there.st_gid, data) : EINVAL;
 }
 

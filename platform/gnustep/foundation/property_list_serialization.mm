@@ -20,7 +20,7 @@ static NSData *writeList(id self, SEL selector, id root, NSPropertyListFormat fo
     NSData *data = nil;
     if (platform::isPropertyList(root))
         data = format == NSPropertyListXMLFormat_v1_0 ? platform::xmlPropertyList(root)
-                                                      : platform::binaryPropertyList(root, nullptr);
+                                                      : platform::binaryPropertyList(root);
     if (error)
         *error = data ? nil : @"not a property list";
     return data;

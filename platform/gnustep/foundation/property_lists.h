@@ -18,9 +18,8 @@ bool areEqual(id a, id b);
 bool isBoolean(NSNumber *number);
 bool isReal(NSNumber *number);
 
-// The binary form that macOS writes, format "bplist00"; autoreleased. Nil and an explanation for what is no property
-// list.
-NSData *binaryPropertyList(id root, NSString **error);
+// The binary form that macOS writes, format "bplist00"; autoreleased. Nil for what is no property list.
+NSData *binaryPropertyList(id root);
 
 // The property list in such data, immutable and autoreleased; nil when the data is of another form or damaged.
 id propertyListFromBinary(NSData *data);

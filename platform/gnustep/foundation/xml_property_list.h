@@ -4,7 +4,7 @@
 
 namespace platform {
 
-// The XML form as macOS writes it; autoreleased. Nil for what is no property list.
+// The XML form of a property list as macOS writes it; autoreleased.
 NSData *xmlPropertyList(id root);
 
 // The property list in such data, immutable and autoreleased; nil for anything that macOS refuses, and with it the

@@ -31,22 +31,12 @@ std::string escaped(NSString *text)
 
 std::string base64(NSData *data, const std::string &indent)
 {
-    static const char alphabet[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-    const UInt8 *bytes = static_cast<const UInt8 *>([data bytes]);
-    size_t size = [data length];
+    const std::string digits = [[data base64EncodedStringWithOptions:0] UTF8String];
     size_t width = (76 - 8 * std::min<size_t>(indent.size(), 8)) / 4 * 4;
     std::string text;
-    size_t column = 0;
-    for (size_t i = 0; i < size; i += 3, column += 4) {
-        if (column % width == 0)
-            text += (column ? "\n" : "") + indent;
-        UInt32 group = 0;
-        for (size_t k = 0; k < 3; ++k)
-            group = group << 8 | (i + k < size ? bytes[i + k] : 0);
-        for (size_t k = 0; k < 4; ++k)
-            text.push_back(i + k <= size ? alphabet[group >> (18 - 6 * k) & 63] : '=');
-    }
-    return text.empty() ? text : text + "\n";
+    for (size_t i = 0; i < digits.size(); i += width)
+        text += indent + digits.substr(i, width) + "\n";
+    return text;
 }
 
 std::string real(double value)
@@ -96,53 +86,33 @@ std::string date(double seconds)
     return text;
 }
 
-bool append(id value, const std::string &indent, std::string *xml);
-
-bool appendDictionary(NSDictionary *dictionary, const std::string &indent, std::string *xml)
-{
-    *xml += "<dict>\n";
-    for (id key in [[dictionary allKeys] sortedArrayUsingSelector:@selector(compare:)]) {
-        if (![key isKindOfClass:[NSString class]])
-            return false;
-        *xml += indent + "\t<key>" + escaped(key) + "</key>\n";
-        if (!append([dictionary objectForKey:key], indent + "\t", xml))
-            return false;
-    }
-    *xml += indent + "</dict>";
-    return true;
-}
-
-bool appendArray(NSArray *array, const std::string &indent, std::string *xml)
-{
-    *xml += "<array>\n";
-    for (id element in array)
-        if (!append(element, indent + "\t", xml))
-            return false;
-    *xml += indent + "</array>";
-    return true;
-}
-
-bool append(id value, const std::string &indent, std::string *xml)
+void append(id value, const std::string &indent, std::string *xml)
 {
     *xml += indent;
-    if ([value isKindOfClass:[NSString class]])
+    if ([value isKindOfClass:[NSString class]]) {
         *xml += "<string>" + escaped(value) + "</string>";
-    else if ([value isKindOfClass:[NSNumber class]])
+    } else if ([value isKindOfClass:[NSNumber class]]) {
         *xml += number(value);
-    else if ([value isKindOfClass:[NSDate class]])
+    } else if ([value isKindOfClass:[NSDate class]]) {
         *xml += "<date>" + date([value timeIntervalSinceReferenceDate]) + "</date>";
-    else if ([value isKindOfClass:[NSData class]])
+    } else if ([value isKindOfClass:[NSData class]]) {
         *xml += "<data>\n" + base64(value, indent) + indent + "</data>";
-    else if ([value isKindOfClass:[NSArray class]] && [value count] == 0)
-        *xml += "<array/>";
-    else if ([value isKindOfClass:[NSDictionary class]] && [value count] == 0)
-        *xml += "<dict/>";
-    else if ([value isKindOfClass:[NSArray class]]
-                 ? !appendArray(value, indent, xml)
-                 : ![value isKindOfClass:[NSDictionary class]] || !appendDictionary(value, indent, xml))
-        return false;
+    } else if ([value isKindOfClass:[NSArray class]] && [value count]) {
+        *xml += "<array>\n";
+        for (id element in value)
+            append(element, indent + "\t", xml);
+        *xml += indent + "</array>";
+    } else if ([value isKindOfClass:[NSDictionary class]] && [value count]) {
+        *xml += "<dict>\n";
+        for (id key in [[value allKeys] sortedArrayUsingSelector:@selector(compare:)]) {
+            *xml += indent + "\t<key>" + escaped(key) + "</key>\n";
+            append([value objectForKey:key], indent + "\t", xml);
+        }
+        *xml += indent + "</dict>";
+    } else {
+        *xml += [value isKindOfClass:[NSArray class]] ? "<array/>" : "<dict/>";
+    }
     *xml += "\n";
-    return true;
 }
 
 } // namespace
@@ -150,8 +120,7 @@ bool append(id value, const std::string &indent, std::string *xml)
 NSData *xmlPropertyList(id root)
 {
     std::string xml = head;
-    if (!append(root, "", &xml))
-        return nil;
+    append(root, "", &xml);
     xml += "</plist>\n";
     return [NSData dataWithBytes:xml.data() length:xml.size()];
 }

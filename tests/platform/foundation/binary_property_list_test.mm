@@ -26,7 +26,7 @@ NSNumber *real(double value)
 
 class BinaryPropertyList : public PlatformTest {
 protected:
-    static id thereAndBack(id root) { return propertyListFromBinary(binaryPropertyList(root, nullptr)); }
+    static id thereAndBack(id root) { return propertyListFromBinary(binaryPropertyList(root)); }
 
     // One of everything that there is.
     static NSArray *everything()
@@ -84,7 +84,7 @@ TEST_F(BinaryPropertyList, FoundationsReaderIsInitialisedByItsFirstMessage)
 {
     if (!inNewProcess({}))
         return;
-    NSData *data = binaryPropertyList(@"text", nullptr);
+    NSData *data = binaryPropertyList(@"text");
     id read = [NSPropertyListSerialization propertyListWithData:data options:0 format:nullptr error:nullptr];
     EXPECT_TRUE([read isEqual:@"text"]);
 }
@@ -107,13 +107,11 @@ TEST_F(BinaryPropertyList, DeepNestingComesBack)
 
 TEST_F(BinaryPropertyList, WhatIsNoPropertyListIsRefused)
 {
-    NSString *error = nil;
     id url = [NSURL URLWithString:@"http://x.org/"];
-    EXPECT_EQ(nil, binaryPropertyList(url, &error));
-    EXPECT_NE(nil, error);
-    EXPECT_EQ(nil, binaryPropertyList([NSArray arrayWithObject:url], nullptr));
-    EXPECT_EQ(nil, binaryPropertyList([NSDictionary dictionaryWithObject:@"v" forKey:integer(1)], nullptr));
-    EXPECT_EQ(nil, binaryPropertyList([NSDictionary dictionaryWithObject:url forKey:@"k"], nullptr));
+    EXPECT_EQ(nil, binaryPropertyList(url));
+    EXPECT_EQ(nil, binaryPropertyList([NSArray arrayWithObject:url]));
+    EXPECT_EQ(nil, binaryPropertyList([NSDictionary dictionaryWithObject:@"v" forKey:integer(1)]));
+    EXPECT_EQ(nil, binaryPropertyList([NSDictionary dictionaryWithObject:url forKey:@"k"]));
 }
 
 // The domain that another program put them into must stay writable.
@@ -128,12 +126,12 @@ TEST_F(BinaryPropertyList, NullAndSetsComeBackThoughTheyAreNoPropertyLists)
 
 TEST_F(BinaryPropertyList, DamagedDataGivesNilOrAList)
 {
-    NSData *data = binaryPropertyList(everything(), nullptr);
+    NSData *data = binaryPropertyList(everything());
     data = [data subdataWithRange:NSMakeRange([data length] - 2000, 2000)];
     NSMutableData *small =
         [[binaryPropertyList([NSArray arrayWithObjects:@"text", integer(300), boolean(true),
-                                                       [NSDictionary dictionaryWithObject:@"v" forKey:@"k"], nil],
-                             nullptr) mutableCopy] autorelease];
+                                                       [NSDictionary dictionaryWithObject:@"v" forKey:@"k"], nil])
+            mutableCopy] autorelease];
     EXPECT_EQ(nil, propertyListFromBinary(data));
     EXPECT_EQ(nil, propertyListFromBinary([NSData data]));
     int unreadable = 0;
@@ -161,7 +159,7 @@ TEST_F(BinaryPropertyList, AnArrayThatContainsItselfIsRefused)
 // A change of one value in the data of a small list.
 NSMutableData *changed(id root, const char *from, const char *to, size_t size)
 {
-    NSMutableData *data = [[binaryPropertyList(root, nullptr) mutableCopy] autorelease];
+    NSMutableData *data = [[binaryPropertyList(root) mutableCopy] autorelease];
     char *place = static_cast<char *>(memmem([data mutableBytes], [data length], from, size));
     EXPECT_NE(nullptr, place);
     if (place)

@@ -79,7 +79,7 @@ MissingNpmGivesTheOneCommand()
     use_empty_cache
     mkdir -p bin
     local tool
-    for tool in bash env dirname basename getent mkdir cut; do
+    for tool in bash env dirname basename getent mkdir rm flock cut; do
         ln -sf "$(command -v $tool)" bin/
     done
     PATH=$scratch/bin run "$macos_headers_sh"
