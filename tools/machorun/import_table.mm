@@ -1,5 +1,6 @@
 // The table of everything that a loaded library may import: each symbol of macOS and what stands for it here. The names
 // are those of the file, with the leading underscore that macOS gives to C.
+#include "tools/machorun/bad_image.h"
 #include "tools/machorun/exceptions.h"
 #include "tools/machorun/imports.h"
 #include "tools/machorun/messages.h"
@@ -12,6 +13,7 @@
 #include <objc/objc-sync.h>
 #include <objc/runtime.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -34,11 +36,6 @@ namespace machorun {
 
 namespace {
 
-struct Row {
-    const char *symbol;
-    const void *address;
-};
-
 // A library's constant strings point at this until objc_references.mm gives them the class that is here. Binding only
 // needs an address.
 const char constantStringClass = 0;
@@ -53,7 +50,7 @@ int atExitOfProcess(void (*function)(void *), void *argument, void *)
 
 #define SAME(name) {"_" #name, (const void *)&name}
 
-const Row rows[] = {
+const auto &rows = *new std::unordered_map<std::string, const void *>{
     // Messages, exceptions: functions of the loader's own, because the conventions differ.
     {"_objc_msgSend",                   (const void *)&machorun_msgSend},
     {"_objc_msgSend_fpret",             (const void *)&machorun_msgSend_fpret},
@@ -184,17 +181,18 @@ const Row rows[] = {
 
 } // namespace
 
-const void *FindImport(const std::string &symbol)
+macho::SymbolAddress ImportsWithout(std::vector<std::string> absent)
 {
-    static const auto *index = [] {
-        auto *made = new std::unordered_map<std::string, const void *>;
-        for (const Row &row : rows) {
-            made->emplace(row.symbol, row.address);
+    return [absent = std::move(absent)](const macho::DylibBind &bind) {
+        bool isAbsent = std::find(absent.begin(), absent.end(), bind.symbol) != absent.end();
+        auto row = rows.find(bind.symbol);
+        bool isThere = !isAbsent && row != rows.end();
+        if (!isThere && !bind.weak) {
+            throw BadImage("imports " + bind.symbol +
+                           (isAbsent ? ", which is absent" : ", which the import table does not have"));
         }
-        return made;
-    }();
-    auto found = index->find(symbol);
-    return found == index->end() ? nullptr : found->second;
+        return isThere ? reinterpret_cast<uint32_t>(row->second) : 0;
+    };
 }
 
 } // namespace machorun

@@ -40,8 +40,7 @@ public:
         : path_(path), file_(LoadableFile(path, readFile(path))), fixups_(chosenFixups(file_, options.fixups)),
           image_(file_)
     {
-        Imports imports(options.absent);
-        image_.fill(fixups_, [&](const DylibBind &bind) { return imports.addressOf(bind.symbol, bind.weak); });
+        image_.fill(fixups_, ImportsWithout(options.absent));
     }
 
     // From here on the process keeps pointers into the image.

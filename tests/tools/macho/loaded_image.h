@@ -5,31 +5,32 @@
 #include <map>
 #include <string>
 
-#include "tools/macho/dylib_file.h"
+#include "tests/tools/macho/compiled_object.h"
+#include "tools/machorun/mapped_image.h"
 
 namespace macho::test {
 
-class LoadedImage {
+class LoadedImage : public machorun::MappedImage {
 public:
     // Imports by symbol name; one that is not there is null, as a weak import may be.
-    LoadedImage(const DylibFile &dylib, const DylibFixups &fixups, const std::map<std::string, void *> &imports);
-    ~LoadedImage();
-    LoadedImage(const LoadedImage &) = delete;
-    LoadedImage &operator=(const LoadedImage &) = delete;
+    LoadedImage(const DylibFile &dylib, const DylibFixups &fixups, const std::map<std::string, void *> &imports)
+        : MappedImage(dylib), dylib(dylib)
+    {
+        fill(fixups, [&](const DylibBind &bind) {
+            auto import = imports.find(bind.symbol);
+            return import == imports.end() ? 0 : static_cast<uint32_t>(reinterpret_cast<uintptr_t>(import->second));
+        });
+        protect();
+    }
 
-    uint8_t *at(uint32_t address) const { return base + address; }
     template <class Type>
     Type *symbol(const std::string &name) const
     {
-        return reinterpret_cast<Type *>(at(addressOfSymbol(name)));
+        return reinterpret_cast<Type *>(at(addressOf(dylib, name)));
     }
 
 private:
-    uint32_t addressOfSymbol(const std::string &name) const;
-
     const DylibFile &dylib;
-    uint8_t *base = nullptr;
-    size_t size = 0;
 };
 
 } // namespace macho::test

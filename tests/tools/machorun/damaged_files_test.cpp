@@ -26,8 +26,7 @@ std::string problemWith(const Bytes &bytes)
         macho::DylibFile file = LoadableFile("it", bytes);
         MappedImage image(file);
         for (const macho::DylibFixups *fixups : {&file.classic, &file.compressed})
-            image.fill(*fixups,
-                       [](const macho::DylibBind &bind) { return Imports({}).addressOf(bind.symbol, bind.weak); });
+            image.fill(*fixups, ImportsWithout({}));
         TranslatedUnwindTables(file, image);
         FixObjectiveCReferences(file, image);
         image.protect();
