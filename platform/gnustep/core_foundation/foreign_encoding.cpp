@@ -76,20 +76,16 @@ bool decodeForeign(const UInt8 *bytes, size_t length, CFStringEncoding encoding,
     std::string units;
     if (!name || !convert("UTF-16LE", name, reinterpret_cast<const char *>(bytes), length, &units))
         return false;
-    for (size_t i = 0; i < units.size(); i += 2)
-        text->push_back(static_cast<UInt8>(units[i]) | static_cast<UInt8>(units[i + 1]) << 8);
+    auto first = reinterpret_cast<const UniChar *>(units.data()); // this processor's order
+    text->insert(text->end(), first, first + units.size() / sizeof *first);
     return true;
 }
 
 bool encodeForeign(const Units &text, CFStringEncoding encoding, std::string *bytes)
 {
     const char *name = systemName(encoding);
-    std::string units;
-    for (UniChar unit : text) {
-        units.push_back(unit & 0xFF);
-        units.push_back(unit >> 8);
-    }
-    return name && convert(name, "UTF-16LE", units.data(), units.size(), bytes);
+    auto units = reinterpret_cast<const char *>(text.data());
+    return name && convert(name, "UTF-16LE", units, text.size() * sizeof(UniChar), bytes);
 }
 
 CFStringEncoding encodingNamed(const std::string &name)

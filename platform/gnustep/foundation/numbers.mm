@@ -32,41 +32,24 @@
 }
 @end
 
-@interface PlatformCharNumber : NSIntNumber
-@end
+// Kinds of whole numbers that GNUstep has no class for.
+#define NARROW_NUMBER(Number, Type, code)                                                                              \
+    @interface Number : NSIntNumber                                                                                    \
+    @end                                                                                                               \
+    @implementation Number                                                                                             \
+    -(const char *)objCType                                                                                            \
+    {                                                                                                                  \
+        return code;                                                                                                   \
+    }                                                                                                                  \
+    -(void)getValue : (void *)buffer                                                                                   \
+    {                                                                                                                  \
+        Type narrow = value;                                                                                           \
+        memcpy(buffer, &narrow, sizeof narrow);                                                                        \
+    }                                                                                                                  \
+    @end
 
-@implementation PlatformCharNumber
-
-- (const char *)objCType
-{
-    return "c";
-}
-
-- (void)getValue:(void *)buffer
-{
-    signed char narrow = value;
-    memcpy(buffer, &narrow, sizeof narrow);
-}
-
-@end
-
-@interface PlatformShortNumber : NSIntNumber
-@end
-
-@implementation PlatformShortNumber
-
-- (const char *)objCType
-{
-    return "s";
-}
-
-- (void)getValue:(void *)buffer
-{
-    short narrow = value;
-    memcpy(buffer, &narrow, sizeof narrow);
-}
-
-@end
+NARROW_NUMBER(PlatformCharNumber, signed char, "c")
+NARROW_NUMBER(PlatformShortNumber, short, "s")
 
 using platform::initialize;
 using platform::numberOf16Bytes;

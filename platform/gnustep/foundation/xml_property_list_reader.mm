@@ -10,6 +10,7 @@
 #include <strings.h>
 
 #include <cmath>
+#include <map>
 #include <optional>
 #include <string>
 
@@ -118,23 +119,12 @@ private:
 
     id contents(const std::string &tag)
     {
-        if (tag == "plist")
-            return onlyElement();
-        if (tag == "dict")
-            return dictionary();
-        if (tag == "array")
-            return array();
-        if (tag == "string" || tag == "key")
-            return string();
-        if (tag == "data")
-            return data();
-        if (tag == "date")
-            return date();
-        if (tag == "real")
-            return real();
-        if (tag == "integer")
-            return integer();
-        return boolean(tag);
+        static const std::map<std::string, id (XMLReader::*)()> elements = {
+            {"plist", &XMLReader::onlyElement}, {"dict", &XMLReader::dictionary}, {"array", &XMLReader::array},
+            {"string", &XMLReader::string},     {"key", &XMLReader::string},      {"data", &XMLReader::data},
+            {"date", &XMLReader::date},         {"real", &XMLReader::real},       {"integer", &XMLReader::integer}};
+        auto element = elements.find(tag);
+        return element == elements.end() ? boolean(tag) : (this->*element->second)();
     }
 
     id onlyElement()
