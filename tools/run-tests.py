@@ -5,6 +5,7 @@ Prints what failed, with its output, and on a terminal, while the tests run, one
 of each of its cases in a file of the tree's test-results; any other test is one case. A case that did not run counts as
 failed, and so does a run without tests.
 """
+import os
 import shutil
 import subprocess
 import sys
@@ -29,7 +30,9 @@ def count(cases):
 
 
 def run_ctest(arguments, junit, results):
-    command = ["ctest", "--preset", arguments[0], "--quiet", "--output-junit", junit, *arguments[1:]]
+    # One more than there are processors: some cases wait, for one that hangs and for each other.
+    command = ["ctest", "--preset", arguments[0], "--quiet", "--parallel", str(os.cpu_count() + 1), "--output-junit", junit,
+               *arguments[1:]]
     ctest = subprocess.Popen(command, stdin=subprocess.DEVNULL)
     while True:
         try:

@@ -1,8 +1,10 @@
 // KTZREALobjectWrapper: a Cocoa object that carries a host object through Cocoa and keeps it alive. The class is made
-// at run time, so that a profile can do without it.
+// at run time, so that a profile can do without it, and when somebody asks for it: for a new class the run time goes
+// through all others.
 #include "host/family/cocoa_methods.h"
 
 #include <Foundation/Foundation.h>
+#include <cstring>
 
 namespace family {
 
@@ -65,12 +67,8 @@ void add(Class toClass, const char *selector, Function *implementation, const ch
     class_addMethod(toClass, sel_registerName(selector), reinterpret_cast<IMP>(implementation), types);
 }
 
-} // namespace
-
-void addObjectWrapper()
+Class objectWrapper()
 {
-    if (!has(kClassName) || objc_getClass(kClassName))
-        return;
     Class wrapper = objc_allocateClassPair([NSObject class], kClassName, 0);
     class_addIvar(wrapper, kIvarName, sizeof(void *), 2, "^v");
     class_addProtocol(wrapper, @protocol(NSCopying));
@@ -81,6 +79,28 @@ void addObjectWrapper()
     add(wrapper, "copyWithZone:", copyWithZone, "@@:^v");
     add(object_getClass(reinterpret_cast<id>(wrapper)), "wrap:", wrap, "@@:^v");
     objc_registerClassPair(wrapper);
+    return wrapper;
+}
+
+objc_get_unknown_class_handler unknownBefore;
+
+Class unknownClass(const char *name)
+{
+    if (strcmp(name, kClassName) != 0)
+        return unknownBefore ? unknownBefore(name) : Nil;
+    objc_setGetUnknownClassHandler(unknownBefore); // making a class asks whether there is one of its name
+    return objectWrapper();
+}
+
+} // namespace
+
+void addObjectWrapper()
+{
+    if (!has(kClassName) || objc_lookUpClass(kClassName))
+        return;
+    auto before = objc_setGetUnknownClassHandler(unknownClass);
+    if (before != unknownClass)
+        unknownBefore = before;
 }
 
 } // namespace family
