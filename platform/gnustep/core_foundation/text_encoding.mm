@@ -18,6 +18,14 @@ namespace {
 
 enum ByteOrder { littleEndian, bigEndian };
 
+const struct {
+    CFStringEncoding encoding;
+    size_t size; // of a unit
+    ByteOrder order;
+} wideForms[] = {{kCFStringEncodingUTF16, 2, littleEndian},   {kCFStringEncodingUTF16BE, 2, bigEndian},
+                 {kCFStringEncodingUTF16LE, 2, littleEndian}, {kCFStringEncodingUTF32, 4, littleEndian},
+                 {kCFStringEncodingUTF32BE, 4, bigEndian},    {kCFStringEncodingUTF32LE, 4, littleEndian}};
+
 // clang-format off
 const UniChar macRomanUpperHalf[128] = {
     0x00C4, 0x00C5, 0x00C7, 0x00C9, 0x00D1, 0x00D6, 0x00DC, 0x00E1,
@@ -263,18 +271,11 @@ bool decodeText(const UInt8 *bytes, size_t length, CFStringEncoding encoding, bo
         return decodeUTF8(bytes + mark, length - mark, false, text);
     }
     case kCFStringEncodingUTF16:
-        return external ? decodeEitherOrder(2, "\xFE\xFF", "\xFF\xFE")
-                        : decodeWide(bytes, length, 2, littleEndian, text);
-    case kCFStringEncodingUTF16BE:
-        return decodeWide(bytes, length, 2, bigEndian, text);
-    case kCFStringEncodingUTF16LE:
-        return decodeWide(bytes, length, 2, littleEndian, text);
+        if (external)
+            return decodeEitherOrder(2, "\xFE\xFF", "\xFF\xFE");
+        break;
     case kCFStringEncodingUTF32:
         return decodeEitherOrder(4, {"\0\0\xFE\xFF", 4}, {"\xFF\xFE\0\0", 4});
-    case kCFStringEncodingUTF32BE:
-        return decodeWide(bytes, length, 4, bigEndian, text);
-    case kCFStringEncodingUTF32LE:
-        return decodeWide(bytes, length, 4, littleEndian, text);
     case kCFStringEncodingASCII:
     case kCFStringEncodingISOLatin1:
         decodeBytewise(bytes, length, nullptr, text);
@@ -287,6 +288,9 @@ bool decodeText(const UInt8 *bytes, size_t length, CFStringEncoding encoding, bo
     case kCFStringEncodingNonLossyASCII:
         return decodeNonLossyASCII(std::string(reinterpret_cast<const char *>(bytes), length), text);
     }
+    for (const auto &form : wideForms)
+        if (form.encoding == encoding)
+            return decodeWide(bytes, length, form.size, form.order, text);
     return decodeForeign(bytes, length, encoding, text);
 }
 
@@ -295,16 +299,6 @@ bool encodeText(const Units &text, CFStringEncoding encoding, std::string *bytes
     switch (encoding) {
     case kCFStringEncodingUTF8:
         return encodeUTF8(text, bytes);
-    case kCFStringEncodingUTF16BE:
-        return encodeWide(text, 2, bigEndian, bytes);
-    case kCFStringEncodingUTF16:
-    case kCFStringEncodingUTF16LE:
-        return encodeWide(text, 2, littleEndian, bytes);
-    case kCFStringEncodingUTF32BE:
-        return encodeWide(text, 4, bigEndian, bytes);
-    case kCFStringEncodingUTF32:
-    case kCFStringEncodingUTF32LE:
-        return encodeWide(text, 4, littleEndian, bytes);
     case kCFStringEncodingASCII:
         return encodeBytewise(text, 0x80, nullptr, bytes);
     case kCFStringEncodingISOLatin1:
@@ -317,6 +311,9 @@ bool encodeText(const Units &text, CFStringEncoding encoding, std::string *bytes
         encodeNonLossyASCII(text, bytes);
         return true;
     }
+    for (const auto &form : wideForms)
+        if (form.encoding == encoding)
+            return encodeWide(text, form.size, form.order, bytes);
     return encodeForeign(text, encoding, bytes);
 }
 

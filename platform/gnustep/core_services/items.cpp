@@ -3,10 +3,10 @@
 #include "platform/gnustep/core_services/names.h"
 
 #include <dirent.h>
-#include <stdlib.h>
 #include <string.h>
 #include <sys/stat.h>
 
+#include <filesystem>
 #include <map>
 #include <set>
 #include <vector>
@@ -50,12 +50,9 @@ bool status(const std::string &path, struct stat64 *result)
 
 bool realPath(const std::string &path, std::string *result)
 {
-    char *resolved = realpath(path.c_str(), nullptr);
-    if (!resolved)
-        return false;
-    *result = resolved;
-    free(resolved);
-    return true;
+    std::error_code error;
+    *result = std::filesystem::canonical(path, error);
+    return !error;
 }
 
 std::string withoutTrailingSlashes(std::string path)

@@ -9,6 +9,7 @@
 #include <string.h>
 #include <strings.h>
 
+#include <charconv>
 #include <cmath>
 #include <map>
 #include <optional>
@@ -300,17 +301,13 @@ private:
         if (!isNegative)
             take("+");
         skipSpace();
-        unsigned base = take("0x") || take("0X") ? 16 : 10;
+        int base = take("0x") || take("0X") ? 16 : 10;
         std::string digits = upToTag();
-        if (digits.empty())
+        const char *end = digits.data() + digits.size();
+        UInt64 value;
+        auto [behind, error] = std::from_chars(digits.data(), end, value, base);
+        if (error != std::errc() || behind != end)
             return nil;
-        UInt64 value = 0;
-        for (char c : digits) {
-            unsigned digit = c >= '0' && c <= '9' ? c - '0' : isxdigit(c) ? (c & 7) + 9 : 16;
-            if (digit >= base || value > (UINT64_MAX - digit) / base)
-                return nil;
-            value = value * base + digit;
-        }
         const UInt64 limit = static_cast<UInt64>(1) << 63;
         if (isNegative)
             return value <= limit ? [NSNumber numberWithLongLong:-value] : nil;

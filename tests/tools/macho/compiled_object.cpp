@@ -3,9 +3,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <iostream>
-#include <iterator>
 #include <md5.h>
 
 #include <sys/wait.h>
@@ -101,24 +99,15 @@ const std::string &temporaryFolder()
 
 void writeText(const std::string &path, std::string_view text)
 {
-    std::ofstream(path, std::ios::binary).write(text.data(), static_cast<std::streamsize>(text.size()));
-}
-
-Bytes readBytes(const std::string &path)
-{
-    std::ifstream file(path, std::ios::binary);
-    return Bytes(std::istreambuf_iterator<char>(file), {});
+    writeFile(path, text.data(), text.size());
 }
 
 Outcome runCommand(const std::string &command)
 {
     std::string out = temporaryFolder() + "/stdout", err = temporaryFolder() + "/stderr";
     int status = std::system(("(" + command + ") >" + out + " 2>" + err).c_str());
-    auto text = [](const std::string &path) {
-        Bytes bytes = readBytes(path);
-        return std::string(bytes.begin(), bytes.end());
-    };
-    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, text(out), text(err)};
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, std::string(textOf(readFile(out))),
+            std::string(textOf(readFile(err)))};
 }
 
 Bytes compile(Language language, std::string_view source, const std::string &flags)
@@ -136,7 +125,7 @@ Bytes compile(Language language, std::string_view source, const std::string &fla
             giveUp("the compiler: " + run.err);
         fs::rename(output, kept); // other tests may compile the same at this moment
     }
-    return readBytes(kept);
+    return readFile(kept);
 }
 
 ObjectFile object(const std::string &name, Language language, std::string_view source, const std::string &flags)

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "tools/macho/dylib_file.h"
+#include "tools/macho/files.h"
 #include "tools/macho/link.h"
 
 namespace macho::test {
@@ -15,7 +16,6 @@ enum class Language { C, Cpp, ObjectiveC, ObjectiveCpp, Assembler };
 // A folder of this test's own, removed when the test program ends.
 const std::string &temporaryFolder();
 void writeText(const std::string &path, std::string_view text);
-Bytes readBytes(const std::string &path);
 
 struct Outcome {
     int status; // the exit status

@@ -20,12 +20,8 @@ protected:
             compile(Language::C,
                     "int call(int); int perhaps(void); int run(int x) { return call(x) + perhaps(); }"
                     "const char *const texts[] = {\"a\", \"b\", \"c\"}; void *table[] = {&table, call, &table[1]};");
-        store(input, bytes);
+        writeText(input, textOf(bytes));
         writeText(table, usualImports);
-    }
-    void store(const std::string &path, const Bytes &bytes)
-    {
-        writeText(path, std::string_view(reinterpret_cast<const char *>(bytes.data()), bytes.size()));
     }
     Outcome linker(const std::string &arguments) { return runCommand(MACHO_LD " " + arguments); }
     Outcome linkUsually(const std::string &more = "")
@@ -54,7 +50,7 @@ TEST_F(Programs, LinkerIsSilentAndItsLibraryPassesTheCheck)
         EXPECT_EQ(checked.err, "");
         EXPECT_NE(checked.out.find(std::to_string(std::filesystem::file_size(output)) + " bytes"), checked.out.npos);
     }
-    EXPECT_FALSE(readBytes(folder + "/map").empty());
+    EXPECT_FALSE(readFile(folder + "/map").empty());
 }
 
 TEST_F(Programs, IndependentToolsReadTheLibraryWithoutAWord)
@@ -78,7 +74,7 @@ TEST_F(Programs, IndependentToolsReadTheLibraryWithoutAWord)
 TEST_F(Programs, MapBearsTheIdentifierOfItsLibrary)
 {
     ASSERT_EQ(linkUsually("-map " + folder + "/map").status, 0);
-    Bytes map = readBytes(folder + "/map");
+    Bytes map = readFile(folder + "/map");
     std::string first(map.begin(), std::find(map.begin(), map.end(), '\n')), name = "# Identifier: ";
     EXPECT_EQ(first.substr(0, name.size()), name);
     EXPECT_NE(runCommand("llvm-otool-14 -l " + output).out.find("uuid " + first.substr(name.size()) + "\n"),
@@ -89,10 +85,10 @@ TEST_F(Programs, MapBearsTheIdentifierOfItsLibrary)
 TEST_F(Programs, TwoLinksAreTheSameByteForByte)
 {
     ASSERT_EQ(linkUsually().status, 0);
-    Bytes first = readBytes(output);
+    Bytes first = readFile(output);
     std::filesystem::rename(output, folder + "/first.dylib");
     ASSERT_EQ(linkUsually().status, 0);
-    EXPECT_EQ(readBytes(output), first);
+    EXPECT_EQ(readFile(output), first);
 }
 
 TEST_F(Programs, FailedLinkLeavesNothingBehind)
@@ -190,9 +186,9 @@ template <class Change>
 void Programs::expectNoticed(const std::string &failure, Change change)
 {
     ASSERT_EQ(linkUsually().status, 0);
-    Bytes bytes = readBytes(output);
+    Bytes bytes = readFile(output);
     change(bytes);
-    store(output, bytes);
+    writeText(output, textOf(bytes));
     Outcome run = check();
     EXPECT_EQ(run.status, 1);
     EXPECT_NE(run.out.find("FAILED  " + failure), run.out.npos) << run.out << run.err;
@@ -303,8 +299,8 @@ TEST_F(Programs, CheckOfDamagedOrMissingFilesIsOneLine)
 
 TEST(ImportTableOfTheProduct, IsReadAndMarksWhatEarlySystemsLackAsWeak)
 {
-    Bytes text = readBytes(IMPORT_TABLE);
-    auto table = parseImportTable("symbols.txt", std::string_view(reinterpret_cast<char *>(text.data()), text.size()));
+    Bytes text = readFile(IMPORT_TABLE);
+    auto table = parseImportTable("symbols.txt", textOf(text));
     for (const char *name : {"_CFErrorGetTypeID", "_CTFontGetTypeID", "_CTRunDelegateGetTypeID"}) {
         ASSERT_NE(table.find(name), nullptr) << name;
         EXPECT_TRUE(table.find(name)->weak) << name;
