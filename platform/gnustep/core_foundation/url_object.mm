@@ -184,7 +184,13 @@ static id initWithFolder(id self, SEL selector, NSString *path, BOOL isFolder)
     if ([path length] == 0 || [self class] != [NSURL class])
         return initWithFolderBefore(self, selector, path, isFolder);
     [self release];
-    return (id)CFURLCreateWithFileSystemPath(nullptr, (CFStringRef)path, kCFURLPOSIXPathStyle, isFolder);
+    NSURL *currentFolder = nil;
+    if (![path hasPrefix:@"/"]) {
+        Units current = unitsOf([[NSFileManager defaultManager] currentDirectoryPath]);
+        currentFolder = [newURL(URLText::ofPath(current, true), nil) autorelease];
+    }
+    Units names = normalized(unitsOf(path), kCFStringNormalizationFormD);
+    return newURL(URLText::ofPath(names, isFolder), currentFolder);
 }
 
 static id initWithPath(id self, SEL selector, NSString *path)

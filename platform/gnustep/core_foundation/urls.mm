@@ -24,29 +24,6 @@ CFURLRef CFURLCreateWithString(CFAllocatorRef, CFStringRef text, CFURLRef baseUR
     return text ? (CFURLRef)newURL(URLText::parse(unitsOf((NSString *)text)), urlOf(baseURL)) : nullptr;
 }
 
-CFURLRef CFURLCreateWithFileSystemPath(CFAllocatorRef, CFStringRef path, CFURLPathStyle style, Boolean isDirectory)
-{
-    if (!path || style != kCFURLPOSIXPathStyle)
-        return nullptr;
-    NSURL *folder = nil;
-    if (![(NSString *)path hasPrefix:@"/"]) {
-        Units current = unitsOf([[NSFileManager defaultManager] currentDirectoryPath]);
-        folder = [newURL(URLText::ofPath(current, true), nil) autorelease];
-    }
-    Units names = normalized(unitsOf((NSString *)path), kCFStringNormalizationFormD);
-    return (CFURLRef)newURL(URLText::ofPath(names, isDirectory), folder);
-}
-
-CFStringRef CFURLGetString(CFURLRef url)
-{
-    return (CFStringRef)[urlOf(url) relativeString];
-}
-
-CFStringRef CFURLCopyFileSystemPath(CFURLRef url, CFURLPathStyle style)
-{
-    return style == kCFURLPOSIXPathStyle ? newText(textOfURL(urlOf(url)).filePath()) : nullptr;
-}
-
 CFStringRef CFURLCopyLastPathComponent(CFURLRef url)
 {
     return newText(textOfURL(urlOf(url)).lastPathComponent());

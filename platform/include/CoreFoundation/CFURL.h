@@ -7,22 +7,12 @@ CF_EXTERN_C_BEGIN
 
 struct FSRef; // CoreServices/Files.h
 
-typedef CFIndex CFURLPathStyle;
-
-enum { kCFURLPOSIXPathStyle = 0 };
-
 // Null for a null text and for one with characters that no URL may hold (RFC 2396, with "[" and "]" allowed, one "#" at
 // most, and two hexadecimal digits behind every "%"); the empty text makes a URL. Brackets that do not enclose a host
 // are escaped.
 CFURLRef CFURLCreateWithString(CFAllocatorRef allocator, CFStringRef text, CFURLRef baseURL);
 
-// Null for an empty path. A file URL with the host "localhost"; a relative path is one below the current folder.
-CFURLRef CFURLCreateWithFileSystemPath(CFAllocatorRef allocator, CFStringRef path, CFURLPathStyle style,
-                                       Boolean isDirectory);
-
-CFStringRef CFURLGetString(CFURLRef url);             // borrowed; the text without its base URL
 CFStringRef CFURLCopyLastPathComponent(CFURLRef url); // without percent escapes; "/" for a root, "" without a path
-CFStringRef CFURLCopyFileSystemPath(CFURLRef url, CFURLPathStyle style);
 
 CFURLRef CFURLCreateCopyDeletingLastPathComponent(CFAllocatorRef allocator, CFURLRef url);
 CFURLRef CFURLCreateCopyAppendingPathComponent(CFAllocatorRef allocator, CFURLRef url, CFStringRef component,

@@ -94,7 +94,6 @@ static const PathFact pathFacts[] = {
     {"~/x",          "~/x",                           "~/x/"},
     {"a:b",          "./a:b",                         "./a:b/"}, // "a:" would be a scheme
     {"a/b:c",        "a/b:c",                         "a/b:c/"},
-    {"",             "none",                          "none"},
 };
 
 struct AppendFact {
@@ -145,12 +144,12 @@ protected:
     static std::string taken(CFStringRef text) { return text ? [[(id)text autorelease] UTF8String] : "none"; }
     static std::string taken(CFURLRef url)
     {
-        return url ? [(NSString *)CFURLGetString((CFURLRef)[(id)url autorelease]) UTF8String] : "none";
+        return url ? [[[(NSURL *)url autorelease] relativeString] UTF8String] : "none";
     }
 
     static std::string ofPath(const char *path, bool isFolder)
     {
-        return taken(CFURLCreateWithFileSystemPath(nullptr, (CFStringRef)string(path), kCFURLPOSIXPathStyle, isFolder));
+        return taken((CFURLRef)[[NSURL alloc] initFileURLWithPath:string(path) isDirectory:isFolder]);
     }
 
     static std::string with(CFURLRef url, const char *component, bool isFolder)
@@ -165,13 +164,12 @@ TEST_F(URLs, AreWhatTheirTextsSay)
         SCOPED_TRACE(fact.text);
         CFURLRef url = make(fact.text);
         ASSERT_NE(nullptr, url);
-        EXPECT_STREQ(fact.becomes, [(NSString *)CFURLGetString(url) UTF8String]);
         EXPECT_STREQ(fact.becomes, [[(NSURL *)url absoluteString] UTF8String]);
         EXPECT_EQ(fact.last, taken(CFURLCopyLastPathComponent(url)));
         EXPECT_EQ(fact.withoutLast, taken(CFURLCreateCopyDeletingLastPathComponent(nullptr, url)));
-        EXPECT_EQ(fact.path, taken(CFURLCopyFileSystemPath(url, kCFURLPOSIXPathStyle)));
+        NSString *path = [(NSURL *)url path];
+        EXPECT_EQ(fact.path, path ? [path UTF8String] : std::string("none"));
     }
-    EXPECT_EQ(nullptr, CFURLCopyFileSystemPath(make("file:///tmp"), 1));
 }
 
 TEST_F(URLs, AreNotMadeOfTextThatNoURLMayHold)
@@ -187,11 +185,9 @@ TEST_F(URLs, OfPaths)
         EXPECT_EQ(fact.ofFile, ofPath(fact.path, false)) << fact.path;
         EXPECT_EQ(fact.ofFolder, ofPath(fact.path, true)) << fact.path;
     }
-    EXPECT_EQ(nullptr, CFURLCreateWithFileSystemPath(nullptr, nullptr, kCFURLPOSIXPathStyle, false));
-    EXPECT_EQ(nullptr, CFURLCreateWithFileSystemPath(nullptr, (CFStringRef) @"/a", 1, false));
     const UniChar withZero[] = {'/', 'a', 0, 'b'};
     CFStringRef path = CFStringCreateWithCharacters(nullptr, withZero, 4);
-    EXPECT_EQ(nullptr, CFURLCreateWithFileSystemPath(nullptr, path, kCFURLPOSIXPathStyle, false));
+    EXPECT_EQ(nil, [[NSURL alloc] initFileURLWithPath:(NSString *)path isDirectory:NO]);
     CFRelease(path);
 }
 
@@ -215,11 +211,10 @@ TEST_F(URLs, RelativePathsLieInTheCurrentFolder)
 {
     TemporaryFolder folder;
     ASSERT_EQ(0, chdir(folder.path.c_str()));
-    NSURL *url = (NSURL *)CFURLCreateWithFileSystemPath(nullptr, (CFStringRef) @"a", kCFURLPOSIXPathStyle, false);
+    NSURL *url = [NSURL fileURLWithPath:@"a"];
     EXPECT_EQ("file://localhost" + folder.path + "/a", [[url absoluteString] UTF8String]);
     EXPECT_EQ(folder.path + "/a", [[url path] UTF8String]);
-    EXPECT_EQ("a", taken(CFURLCopyFileSystemPath((CFURLRef)url, kCFURLPOSIXPathStyle)));
-    [url release];
+    EXPECT_STREQ("a", [[url relativePath] UTF8String]);
 }
 
 TEST_F(URLs, AreRelativeToABase)
@@ -227,7 +222,7 @@ TEST_F(URLs, AreRelativeToABase)
     CFURLRef base = make("http://a/b/c/d;p?q#f");
     for (const auto &[text, whole] : resolved) {
         NSURL *url = (NSURL *)make(text, base);
-        EXPECT_STREQ(text, [(NSString *)CFURLGetString((CFURLRef)url) UTF8String]);
+        EXPECT_STREQ(text, [[url relativeString] UTF8String]);
         EXPECT_STREQ(whole, [[url absoluteString] UTF8String]) << text;
         EXPECT_EQ((NSURL *)base, [url baseURL]);
     }
