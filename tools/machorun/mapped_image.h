@@ -21,8 +21,11 @@ public:
     void fill(const macho::DylibFixups &fixups, const macho::SymbolAddress &addressOf) const;
     void protect() const;
 
-    // Addresses of the file count from its first segment.
-    uint8_t *at(uint32_t fileAddress) const { return base_ + fileAddress; }
+    // Addresses of the file count from its first segment. One out of a damaged file may lead anywhere.
+    uint8_t *at(uint32_t fileAddress) const
+    {
+        return reinterpret_cast<uint8_t *>(reinterpret_cast<uint32_t>(base_) + fileAddress);
+    }
 
     // Throws when a fix-up would change what is outside the writable segments: the text of a plug-in is never changed,
     // and a system that shares it between processes would fault.

@@ -85,12 +85,12 @@ private:
     // Makes the copy's relative pointer lead where the original's does.
     void aim(const macho::CallFramePointer &pointer)
     {
-        const uint8_t *target = image_.at(pointer.target);
-        require(image_.contains(target), "pointer");
-        require(pointer.kind != macho::CallFramePointer::Function ||
-                    image_.isExecutable(reinterpret_cast<uint32_t>(target)),
-                "function");
-        macho::store32(&copy_[pointer.offset], static_cast<uint32_t>(target - &copy_[pointer.offset]));
+        const uint8_t *place = image_.at(pointer.target);
+        auto target = reinterpret_cast<uint32_t>(place);
+        require(image_.contains(place), "pointer");
+        require(pointer.kind != macho::CallFramePointer::Function || image_.isExecutable(target), "function");
+        uint8_t *word = &copy_[pointer.offset];
+        macho::store32(word, target - reinterpret_cast<uint32_t>(word));
     }
 
     void translateRegister(uint64_t at)
