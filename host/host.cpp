@@ -1,10 +1,8 @@
 #include "host/host.h"
 
-#include <map>
 #include <utility>
 
 #include "host/runtime/entry_points.h"
-#include "host/runtime/ledger.h"
 #include "host/runtime/objects.h"
 #include "host/runtime/state.h"
 
@@ -176,7 +174,7 @@ void Host::defineClass(const HostClass &definition)
 
 void Host::removeClass(const std::string &name)
 {
-    runtime::removeClass(name);
+    forgetClasses([&](const Class &each) { return equalIgnoringCase(each.name, name); });
 }
 
 const MethodDescription *Host::findMethod(const std::string &className, const std::string &nameOrDeclaration,
@@ -192,61 +190,6 @@ const MethodDescription *Host::findMethod(const std::string &className, const st
             return candidate;
     bool isBareName = wanted.parameters.empty() && wanted.result.passing == Passing::Nothing;
     return isBareName && candidates.size() == 1 ? candidates.front() : nullptr;
-}
-
-// --- Ledger ---------------------------------------------------------------------------------------------------------
-
-std::vector<HandleInfo> Host::liveHandles() const
-{
-    return runtime::liveHandles();
-}
-
-std::optional<HandleInfo> Host::handleInfo(const void *handle) const
-{
-    return runtime::handleInfo(handle);
-}
-
-std::vector<HandleInfo> Host::imbalances() const
-{
-    return leaks(LedgerMark());
-}
-
-LedgerMark Host::mark() const
-{
-    return markLedger();
-}
-
-std::vector<HandleInfo> Host::leaks(const LedgerMark &since) const
-{
-    std::map<const void *, int32_t> before(since.heldElsewhere.begin(), since.heldElsewhere.end());
-    std::vector<HandleInfo> leaked;
-    for (HandleInfo &info : runtime::liveHandles()) {
-        auto known = before.find(info.handle);
-        // A handle at the address of one that died since is a new one.
-        bool isOld = known != before.end() && info.serial <= since.serial;
-        if (info.heldElsewhere() != (isOld ? known->second : 0))
-            leaked.push_back(std::move(info));
-    }
-    return leaked;
-}
-
-std::vector<HandleInfo> Host::liveSince(const LedgerMark &since) const
-{
-    std::vector<HandleInfo> young;
-    for (HandleInfo &info : runtime::liveHandles())
-        if (info.serial > since.serial)
-            young.push_back(std::move(info));
-    return young;
-}
-
-const std::vector<std::string> &Host::faults() const
-{
-    return runtime::faults();
-}
-
-std::vector<std::string> Host::takeFaults()
-{
-    return std::exchange(runtime::faults(), {});
 }
 
 } // namespace host

@@ -81,15 +81,6 @@ Outcome invokeChecked(void *function, const Declaration &declaration, const Valu
     return collecting([&] { return callFunction(function, declaration, self, arguments); });
 }
 
-MethodDescription describeDoor(const Door &door)
-{
-    MethodDescription description;
-    description.text = door.declaration;
-    description.declaration = parseDeclaration(door.declaration);
-    description.function = door.entry;
-    return description;
-}
-
 } // namespace
 
 Outcome Host::tryNewObject(const std::string &className, const Arguments &arguments)
@@ -185,7 +176,7 @@ Value Host::callGlobal(const std::string &method, const Arguments &arguments)
     std::vector<MethodDescription> methods;
     for (const Door *door : doors())
         if (door->declaration && equalIgnoringCase(door->name, name))
-            methods.push_back(describeDoor(*door));
+            methods.push_back(describeMethod({door->declaration, nullptr, door->entry}, true));
     std::vector<const MethodDescription *> candidates;
     for (const MethodDescription &each : methods)
         candidates.push_back(&each);

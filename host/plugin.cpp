@@ -100,7 +100,7 @@ Plugin &Host::load(const std::string &path)
 
 void Host::unload(Plugin &plugin)
 {
-    runtime::forgetClassesOf(&plugin);
+    runtime::forgetClasses([&](const runtime::Class &each) { return each.fromPlugin && each.owner == &plugin; });
     std::function<void()> unloadFile = plugin._file.unload;
     auto &plugins = state().plugins;
     plugins.erase(std::remove_if(plugins.begin(), plugins.end(),

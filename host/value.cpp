@@ -9,6 +9,7 @@
 #include "host/value_access.h"
 
 #include <iterator>
+#include <tuple>
 
 namespace host {
 
@@ -46,56 +47,7 @@ StringHandle *stringOf(const Value &value)
     return value.isNullHandle() ? nullptr : static_cast<StringHandle *>(find(value.handle()));
 }
 
-Value::Value(bool value) : _kind(Kind::Boolean)
-{
-    _value.integer = value;
-}
-
-Value::Value(int value) : _kind(Kind::Int32)
-{
-    _value.integer = value;
-}
-
-Value::Value(long value) : _kind(Kind::Int32)
-{
-    static_assert(sizeof(long) == sizeof(int32_t));
-    _value.integer = value;
-}
-
-Value::Value(long long value) : _kind(Kind::Int64)
-{
-    _value.integer = value;
-}
-
-Value::Value(unsigned value) : _kind(Kind::UInt32)
-{
-    _value.integer = value;
-}
-
-Value::Value(unsigned long value) : Value(unsigned(value)) {}
-
-Value::Value(unsigned long long value) : _kind(Kind::UInt64)
-{
-    _value.integer = int64_t(value);
-}
-
-Value::Value(float value) : _kind(Kind::Single)
-{
-    _value.real = value;
-}
-
-Value::Value(double value) : _kind(Kind::Double)
-{
-    _value.real = value;
-}
-
-Value::Value(const char *utf8)
-{
-    if (utf8)
-        *this = string(utf8);
-}
-
-Value::Value(const std::string &utf8) : Value(string(utf8)) {}
+static_assert(sizeof(long) == sizeof(int32_t));
 
 Value::Value(const Value &other) : _kind(other._kind), _value(other._value)
 {
@@ -149,30 +101,12 @@ Value Value::utf16(std::u16string_view units)
     return string({reinterpret_cast<const char *>(units.data()), units.size() * 2}, kUTF16);
 }
 
-Value Value::currency(double value)
-{
-    Value currency(Kind::Currency);
-    currency._value.real = value;
-    return currency;
-}
-
-Value Value::color(uint32_t rgb)
-{
-    Value color(Kind::Color);
-    color._value.integer = rgb;
-    return color;
-}
-
 Value Value::date(int year, int month, int day, int hour, int minute, int second)
 {
     Value date = adoptHandle(newInstance(*findClass("Date"))->record);
     DatePayload &payload = *payloadOf<DatePayload>(date);
-    payload.year = year;
-    payload.month = month;
-    payload.day = day;
-    payload.hour = hour;
-    payload.minute = minute;
-    payload.second = second;
+    std::tie(payload.year, payload.month, payload.day) = std::tie(year, month, day);
+    std::tie(payload.hour, payload.minute, payload.second) = std::tie(hour, minute, second);
     return date;
 }
 

@@ -36,17 +36,17 @@ public:
 
     Value() = default; // nil
     Value(std::nullptr_t) {}
-    Value(bool value);
-    Value(int value);
-    Value(long value);
-    Value(long long value);
-    Value(unsigned value);
-    Value(unsigned long value);
-    Value(unsigned long long value);
-    Value(float value);
-    Value(double value);
-    Value(const char *utf8);        // a string; "" makes an empty string handle, a null pointer nil
-    Value(const std::string &utf8); // a string, which may hold zero bytes
+    Value(bool value) : Value(Kind::Boolean, int64_t(value)) {}
+    Value(int value) : Value(Kind::Int32, int64_t(value)) {}
+    Value(long value) : Value(int(value)) {}
+    Value(long long value) : Value(Kind::Int64, int64_t(value)) {}
+    Value(unsigned value) : Value(Kind::UInt32, int64_t(value)) {}
+    Value(unsigned long value) : Value(unsigned(value)) {}
+    Value(unsigned long long value) : Value(Kind::UInt64, int64_t(value)) {}
+    Value(float value) : Value(Kind::Single, double(value)) {}
+    Value(double value) : Value(Kind::Double, value) {}
+    Value(const char *utf8) : Value(utf8 ? string(utf8) : Value()) {} // "" makes an empty string, a null pointer nil
+    Value(const std::string &utf8) : Value(string(utf8)) {}           // a string, which may hold zero bytes
     Value(const Value &other);
     Value(Value &&other) noexcept;
     Value &operator=(Value other) noexcept;
@@ -59,8 +59,8 @@ public:
     static Value emptyString() { return string({}); }
     static Value nullString() { return Value(Kind::String); }
 
-    static Value currency(double value);
-    static Value color(uint32_t rgb);
+    static Value currency(double value) { return Value(Kind::Currency, value); }
+    static Value color(uint32_t rgb) { return Value(Kind::Color, int64_t(rgb)); }
     static Value date(int year, int month, int day, int hour = 0, int minute = 0, int second = 0);
     static Value memoryBlock(std::string_view bytes);
     static Value folderItem(const std::string &absolutePath); // the item need not exist
@@ -151,6 +151,8 @@ private:
     } _value{};
 
     explicit Value(Kind kind) : _kind(kind) {}
+    Value(Kind kind, int64_t integer) : _kind(kind) { _value.integer = integer; }
+    Value(Kind kind, double real) : _kind(kind) { _value.real = real; }
     void take(runtime::Handle &handle);
 };
 

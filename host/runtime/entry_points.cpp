@@ -39,36 +39,40 @@ bool Door::isOffered() const
     return profile.versionNumber() >= since || profile.with.count(name) != 0;
 }
 
+void *Door::lookUp()
+{
+    ++lookups;
+    return isOffered() ? entry : nullptr;
+}
+
 void *lookUp(const char *name)
 {
     if (!name)
         return nullptr;
     state().lookupLog.push_back(name);
-    for (Door *door : doors()) {
-        if (door->declaration || strcmp(door->name, name) != 0)
-            continue;
-        ++door->lookups;
-        return door->isOffered() ? door->entry : nullptr;
-    }
+    for (Door *door : doors())
+        if (!door->declaration && strcmp(door->name, name) == 0)
+            return door->lookUp();
     return nullptr;
 }
 
 void *lookUpGlobalMethod(const char *declaration)
 {
-    Declaration wanted;
-    try {
-        wanted = parseDeclaration(declaration);
-    } catch (const DeclarationError &error) {
-        noteFault(std::string("REALLoadGlobalMethod: ") + error.what());
-        return nullptr;
-    }
-    for (Door *door : doors()) {
-        if (!door->declaration || !parseDeclaration(door->declaration).matches(wanted))
-            continue;
-        ++door->lookups;
-        return door->isOffered() ? door->entry : nullptr;
-    }
+    std::optional<Declaration> wanted = wantedDeclaration(declaration, "REALLoadGlobalMethod");
+    for (Door *door : doors())
+        if (wanted && door->declaration && parseDeclaration(door->declaration).matches(*wanted))
+            return door->lookUp();
     return nullptr;
+}
+
+std::optional<Declaration> wantedDeclaration(const char *text, const char *user)
+{
+    try {
+        return parseDeclaration(text);
+    } catch (const DeclarationError &error) {
+        noteFault(std::string(user) + ": " + error.what());
+        return std::nullopt;
+    }
 }
 
 } // namespace host::runtime

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -23,6 +24,7 @@ struct Door {
     long calls = 0;
 
     bool isOffered() const; // by the profile, and not hidden
+    void *lookUp();         // the entry, if it is offered; counted
 };
 
 const std::vector<Door *> &doors();
@@ -31,5 +33,8 @@ Door &doorNamed(const std::string &name); // CallError for an unknown name
 // What plug-ins are handed: entry points only.
 void *lookUp(const char *name);
 void *lookUpGlobalMethod(const char *declaration);
+
+// What a plug-in asks `user` for; a fault is noted for a text that is no declaration.
+std::optional<Declaration> wantedDeclaration(const char *text, const char *user);
 
 } // namespace host::runtime

@@ -4,10 +4,13 @@
 #include <cstdlib>
 #include <cstring>
 #include <deque>
+#include <map>
 #include <memory>
 #include <new>
 #include <unordered_map>
+#include <utility>
 
+#include "host/host.h"
 #include "host/runtime/handle.h"
 
 namespace host {
@@ -168,7 +171,24 @@ Handle *expect(const void *record, HandleKind kind, const char *user)
     return handle;
 }
 
-std::vector<HandleInfo> liveHandles()
+void noteFault(const std::string &fault)
+{
+    book().faults.push_back(fault);
+}
+
+std::optional<std::string> epitaph(const void *record)
+{
+    auto entry = book().epitaphs.find(record);
+    if (entry == book().epitaphs.end())
+        return std::nullopt;
+    return std::string(kindName(entry->second.kind)) + " #" + std::to_string(entry->second.serial);
+}
+
+} // namespace runtime
+
+using namespace runtime;
+
+std::vector<HandleInfo> Host::liveHandles() const
 {
     std::vector<const Handle *> live; // describing one may make others for a moment
     for (const auto &entry : book().live)
@@ -181,15 +201,18 @@ std::vector<HandleInfo> liveHandles()
     return handles;
 }
 
-std::optional<HandleInfo> handleInfo(const void *record)
+std::optional<HandleInfo> Host::handleInfo(const void *record) const
 {
     Handle *handle = find(record);
-    if (!handle)
-        return std::nullopt;
-    return infoOf(*handle);
+    return handle ? std::optional(infoOf(*handle)) : std::nullopt;
 }
 
-LedgerMark markLedger()
+std::vector<HandleInfo> Host::imbalances() const
+{
+    return leaks(LedgerMark());
+}
+
+LedgerMark Host::mark() const
 {
     LedgerMark mark;
     mark.serial = book().lastSerial;
@@ -199,23 +222,37 @@ LedgerMark markLedger()
     return mark;
 }
 
-void noteFault(const std::string &fault)
+std::vector<HandleInfo> Host::leaks(const LedgerMark &since) const
 {
-    book().faults.push_back(fault);
+    std::map<const void *, int32_t> before(since.heldElsewhere.begin(), since.heldElsewhere.end());
+    std::vector<HandleInfo> leaked;
+    for (HandleInfo &info : liveHandles()) {
+        auto known = before.find(info.handle);
+        // A handle at the address of one that died since is a new one.
+        bool isOld = known != before.end() && info.serial <= since.serial;
+        if (info.heldElsewhere() != (isOld ? known->second : 0))
+            leaked.push_back(std::move(info));
+    }
+    return leaked;
 }
 
-std::vector<std::string> &faults()
+std::vector<HandleInfo> Host::liveSince(const LedgerMark &since) const
+{
+    std::vector<HandleInfo> young;
+    for (HandleInfo &info : liveHandles())
+        if (info.serial > since.serial)
+            young.push_back(std::move(info));
+    return young;
+}
+
+const std::vector<std::string> &Host::faults() const
 {
     return book().faults;
 }
 
-std::optional<std::string> epitaph(const void *record)
+std::vector<std::string> Host::takeFaults()
 {
-    auto entry = book().epitaphs.find(record);
-    if (entry == book().epitaphs.end())
-        return std::nullopt;
-    return std::string(kindName(entry->second.kind)) + " #" + std::to_string(entry->second.serial);
+    return std::exchange(book().faults, {});
 }
 
-} // namespace runtime
 } // namespace host

@@ -144,14 +144,6 @@ Class &addClass(std::unique_ptr<Class> newClass)
     return added;
 }
 
-void removeClass(const std::string &name)
-{
-    auto &classes = registry().classes;
-    classes.erase(std::remove_if(classes.begin(), classes.end(),
-                                 [&](const Class *each) { return equalIgnoringCase(each->name, name); }),
-                  classes.end());
-}
-
 Class &addOwnClass(const std::string &name, const std::string &superName,
                    std::function<std::unique_ptr<Payload>()> makePayload)
 {
@@ -190,11 +182,10 @@ void registerRecord(ClassRecord9 *record)
     record->forSystemUse = addClass(std::move(registered)).dataOffset;
 }
 
-void forgetClassesOf(const void *owner)
+void forgetClasses(const std::function<bool(const Class &)> &isForgotten)
 {
     auto &classes = registry().classes;
-    classes.erase(std::remove_if(classes.begin(), classes.end(),
-                                 [&](const Class *each) { return each->fromPlugin && each->owner == owner; }),
+    classes.erase(std::remove_if(classes.begin(), classes.end(), [&](const Class *each) { return isForgotten(*each); }),
                   classes.end());
 }
 

@@ -79,13 +79,12 @@ const Class *findClass(const std::string &name);
 const std::vector<Class *> &allClasses(); // in the order of registration
 // Takes the place of a class of the same name. Its superclass is looked up by its superName.
 Class &addClass(std::unique_ptr<Class> newClass);
-void removeClass(const std::string &name);
 // One of the host's own classes, with a payload per instance.
 Class &addOwnClass(const std::string &name, const std::string &superName,
                    std::function<std::unique_ptr<Payload>()> makePayload);
 // Reads a plug-in's record, notes a fault for what cannot be read, and writes the offset of the data into it.
 void registerRecord(interface::ClassRecord9 *record);
-void forgetClassesOf(const void *owner);
+void forgetClasses(const std::function<bool(const Class &)> &isForgotten);
 
 // Methods of host code: `body` becomes a C function of the declared type.
 void addMethod(Class &hostClass, const char *declaration, HostMethod::Body body);

@@ -130,20 +130,14 @@ void *loadObjectMethod(void *record, const char *declaration)
     Handle *handle = expectObjectOrArray(record, "REALLoadObjectMethod");
     if (!handle || handle->kind != HandleKind::Object || !declaration)
         return nullptr;
-    Declaration wanted;
-    try {
-        wanted = parseDeclaration(declaration);
-    } catch (const DeclarationError &error) {
-        noteFault(std::string("REALLoadObjectMethod: ") + error.what());
-        return nullptr;
-    }
+    std::optional<Declaration> wanted = wantedDeclaration(declaration, "REALLoadObjectMethod");
     const Class &hostClass = static_cast<ObjectHandle *>(handle)->hostClass;
-    if (isHidden(hostClass, wanted))
+    if (!wanted || isHidden(hostClass, *wanted))
         return nullptr;
-    for (const MethodDescription *method : methodsNamed(hostClass, wanted.name, false)) {
-        if (method->declaration.matches(wanted))
+    for (const MethodDescription *method : methodsNamed(hostClass, wanted->name, false)) {
+        if (method->declaration.matches(*wanted))
             return method->function;
-        if (method->setter && setterDeclaration(method->declaration).matches(wanted))
+        if (method->setter && setterDeclaration(method->declaration).matches(*wanted))
             return method->setter;
     }
     return nullptr;
