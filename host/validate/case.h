@@ -22,6 +22,10 @@ inline void expect(bool isTrue, const std::string &otherwise)
         throw Failure(otherwise);
 }
 
+// Empty, or what the exception of C++ says that ended the body: those are caught in plain C++ files only, Objective-C
+// ones in Objective-C++ files only.
+std::string whyBodyFails(const std::function<void()> &body);
+
 void expectEqual(const std::string &actual, const std::string &expected, const std::string &what);
 
 struct Case {
@@ -36,23 +40,34 @@ struct Batch {
     std::vector<Case> cases;
     int secondsPerCase = 20;
     bool losesMemory = false; // and must, so that nobody looks for it
+
+    void add(std::string name, std::function<void()> body) { cases.push_back({std::move(name), std::move(body)}); }
 };
+using Batches = std::vector<Batch>;
+
+// A case that is a batch by itself.
+void addAlone(Batches &batches, std::string name, int seconds, std::function<void()> body);
 
 struct Group {
     const char *name;
     const char *proves;
-    void (*add)(const Settings &settings, std::vector<Batch> &batches);
+    void (*add)(const Settings &settings, Batches &batches);
 };
 
 const std::vector<Group> &groups();
 
-void addMissingEntryPoints(const Settings &settings, std::vector<Batch> &batches);
-void addCocoaRaises(const Settings &settings, std::vector<Batch> &batches);
-void addHostFailures(const Settings &settings, std::vector<Batch> &batches);
-void addArguments(const Settings &settings, std::vector<Batch> &batches);
-void addState(const Settings &settings, std::vector<Batch> &batches);
-void addReentry(const Settings &settings, std::vector<Batch> &batches);
-void addLoading(const Settings &settings, std::vector<Batch> &batches);
-void addPersistence(const Settings &settings, std::vector<Batch> &batches);
+// The hosts on which a group is run: one up to level 2, `some` from level 3 on, `all` from level 7 on.
+using Profiles = std::vector<std::string>;
+const Profiles &everyProfile();
+Profiles profilesAt(int level, const Profiles &some, const Profiles &all = everyProfile());
+
+void addMissingEntryPoints(const Settings &settings, Batches &batches);
+void addCocoaRaises(const Settings &settings, Batches &batches);
+void addHostFailures(const Settings &settings, Batches &batches);
+void addArguments(const Settings &settings, Batches &batches);
+void addState(const Settings &settings, Batches &batches);
+void addReentry(const Settings &settings, Batches &batches);
+void addLoading(const Settings &settings, Batches &batches);
+void addPersistence(const Settings &settings, Batches &batches);
 
 } // namespace validate

@@ -25,8 +25,18 @@ std::string whyItFails(const std::function<void()> &body);
 
 host::Host &theHost();
 
-// Plays that host and loads the plug-in; entry points that are hidden are so before it asks for them.
-void startHost(const std::string &profile, bool family, const std::set<std::string> &hidden = {});
+// A host to play.
+struct Played {
+    std::string profile;
+    bool family = true;                // with the companion library
+    std::set<std::string> hidden = {}; // entry points
+
+    // In the names of cases.
+    std::string path() const { return "/" + profile + (family ? "/family/" : "/alone/"); }
+};
+
+// Loads the plug-in; entry points that are hidden are so before it asks for them.
+void startHost(const Played &played);
 
 // What was logged since the last time, without time and process in front.
 std::vector<std::string> takeLog();

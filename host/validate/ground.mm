@@ -4,7 +4,6 @@
 
 #include "host/isolation/cocoa.h"
 #include "host/validate/case.h"
-#include "host/validate/guarded_body.h"
 #ifdef VALIDATE_MACHORUN
 #include "tools/machorun/host_loader.h"
 #endif
@@ -71,15 +70,15 @@ host::Host &theHost()
     return host::Host::shared();
 }
 
-void startHost(const std::string &profile, bool family, const std::set<std::string> &hidden)
+void startHost(const Played &played)
 {
     host::Host &host = theHost();
-    host::Profile played = *host::Profile::named(profile);
-    played.family = family;
-    host.use(played);
-    if (family)
+    host::Profile profile = *host::Profile::named(played.profile);
+    profile.family = played.family;
+    host.use(profile);
+    if (played.family)
         host.load(settings().family);
-    for (const std::string &name : hidden)
+    for (const std::string &name : played.hidden)
         host.hide(name);
     host.load(settings().plugin);
     logged.clear();

@@ -1,5 +1,6 @@
 #include "host/validate/rows.h"
 
+#include "host/validate/case.h"
 #include "host/validate/rows/tables.h"
 
 namespace validate {
@@ -42,6 +43,14 @@ const std::vector<Row> &rows()
         return made;
     }();
     return *all;
+}
+
+const Row &rowNamed(const std::string &name)
+{
+    for (const Row &row : rows())
+        if (row.name == name)
+            return row;
+    throw Failure("there is no row " + name);
 }
 
 } // namespace validate

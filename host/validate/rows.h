@@ -26,6 +26,7 @@ struct Row {
 
 // Every method, shared method and assignable form is in here at least once; loading a plug-in checks it.
 const std::vector<Row> &rows();
+const Row &rowNamed(const std::string &name);
 
 // What `shown` gives for the neutral result of a method.
 std::string neutralResult(const host::Declaration &declaration);
@@ -47,7 +48,7 @@ Observed observe(const Row &row, const World &world, Throwing throwing, const st
 
 // Compares everything about the call with the model: the message, the result, what was raised, logged and thrown, every
 // lock.
-void runRow(const Row &row, World &world, Throwing throwing = Throwing::Nothing,
+void runRow(const Row &row, World world = {}, Throwing throwing = Throwing::Nothing,
             const std::function<void()> &before = nullptr, const std::function<void()> &after = nullptr);
 
 // A text with stars in it for anything.

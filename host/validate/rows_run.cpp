@@ -168,7 +168,7 @@ Observed observe(const Row &row, const World &world, Throwing throwing, const st
     return observed;
 }
 
-void runRow(const Row &row, World &world, Throwing throwing, const std::function<void()> &before,
+void runRow(const Row &row, World world, Throwing throwing, const std::function<void()> &before,
             const std::function<void()> &after)
 {
     Expected expected = expectedOf(row, world, throwing);

@@ -40,7 +40,7 @@ static isolation::Batch forChildren(const Batch &batch, const Settings &settings
 static void loadOnce()
 {
     try {
-        startHost("2013.03", true);
+        startHost({"2013.03"});
     } catch (const host::CallError &error) {
         throw Failure(error.what());
     }
@@ -58,7 +58,7 @@ std::string whyItDoesNotLoad(const Settings &settings)
     return why;
 }
 
-std::vector<Batch> selected(std::vector<Batch> batches, const std::string &only)
+Batches selected(Batches batches, const std::string &only)
 {
     for (Batch &batch : batches)
         batch.cases.erase(std::remove_if(batch.cases.begin(), batch.cases.end(),
@@ -70,7 +70,7 @@ std::vector<Batch> selected(std::vector<Batch> batches, const std::string &only)
     return batches;
 }
 
-void runBatches(const std::vector<Batch> &batches, const Settings &settings, Report &report)
+void runBatches(const Batches &batches, const Settings &settings, Report &report)
 {
     std::vector<isolation::Batch> work;
     for (const Batch &batch : batches)

@@ -10,11 +10,11 @@
 namespace validate {
 
 // The cases that --only asks for, in their batches; batches without any are left out.
-std::vector<Batch> selected(std::vector<Batch> batches, const std::string &only);
+Batches selected(Batches batches, const std::string &only);
 
 // Loads the plug-in once, in a process of its own: empty when it registers the class, else what is wrong, in one line.
 std::string whyItDoesNotLoad(const Settings &settings);
 
-void runBatches(const std::vector<Batch> &batches, const Settings &settings, Report &report);
+void runBatches(const Batches &batches, const Settings &settings, Report &report);
 
 } // namespace validate

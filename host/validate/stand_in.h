@@ -18,6 +18,9 @@ inline constexpr char kThrownLogLine[] = "A ValidationException: raised for the 
 [[noreturn]] void throwForCase(Throwing what);
 const void *foreignObject(); // what Throwing::Foreign throws
 
+// What a text is put into before it is answered.
+enum class AnswerShape { Text, InArray, AsValue, AsKey };
+
 class StandIn {
 public:
     StandIn();
@@ -30,6 +33,8 @@ public:
     // Answers, by the message; an Objective-C object is retained.
     void answerNumber(const char *selector, const void *bytes, size_t size);
     void answerObject(const char *selector, void *object);
+    // Of any units, lone surrogates among them.
+    void answerText(const char *selector, AnswerShape shape, const std::u16string &units);
     void raise(Throwing what); // whatever message comes
 
     // Such as `setInteger:7 forKey:"Runs"`: texts quoted, URLs in <>, data as {00ff}, nil as nil.

@@ -2,6 +2,8 @@
 
 #import <Foundation/Foundation.h>
 
+#include <CoreFoundation/CoreFoundation.h>
+
 #include <cstdio>
 #include <map>
 
@@ -242,6 +244,29 @@ void StandIn::answerObject(const char *selector, void *object)
     if (object)
         [standIn(_object)->kept addObject:static_cast<id>(object)];
     answerNumber(selector, &object, sizeof object);
+}
+
+static id shaped(NSString *text, AnswerShape shape)
+{
+    switch (shape) {
+    case AnswerShape::Text:
+        return text;
+    case AnswerShape::InArray:
+        return [NSArray arrayWithObject:text];
+    case AnswerShape::AsValue:
+        return [NSDictionary dictionaryWithObject:text forKey:@"key"];
+    case AnswerShape::AsKey:
+        return [NSDictionary dictionaryWithObject:[NSNumber numberWithInt:1] forKey:text];
+    }
+    return nil;
+}
+
+void StandIn::answerText(const char *selector, AnswerShape shape, const std::u16string &units)
+{
+    CFStringRef text =
+        CFStringCreateWithCharacters(nullptr, reinterpret_cast<const UniChar *>(units.data()), CFIndex(units.size()));
+    answerObject(selector, shaped((NSString *)text, shape));
+    CFRelease(text);
 }
 
 void StandIn::raise(Throwing what)

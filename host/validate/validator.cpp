@@ -12,9 +12,9 @@
 
 namespace validate {
 
-static std::vector<Batch> allBatches(const Settings &settings)
+static Batches allBatches(const Settings &settings)
 {
-    std::vector<Batch> batches;
+    Batches batches;
     for (const Group &group : groups()) {
         // A group that cannot hold a case of that name need not be made.
         std::string beginning = std::string(group.name) + "/";
@@ -25,7 +25,7 @@ static std::vector<Batch> allBatches(const Settings &settings)
     return selected(std::move(batches), settings.only);
 }
 
-static size_t countOf(const std::vector<Batch> &batches)
+static size_t countOf(const Batches &batches)
 {
     size_t count = 0;
     for (const Batch &batch : batches)
@@ -33,7 +33,7 @@ static size_t countOf(const std::vector<Batch> &batches)
     return count;
 }
 
-static void printNames(const std::vector<Batch> &batches)
+static void printNames(const Batches &batches)
 {
     for (const Batch &batch : batches)
         for (const Case &each : batch.cases)
@@ -45,7 +45,7 @@ bool run(const Settings &settings)
     if (!std::filesystem::exists(settings.plugin))
         throw std::runtime_error(settings.plugin + ": there is no such file");
     prepareGround(settings);
-    std::vector<Batch> batches = allBatches(settings);
+    Batches batches = allBatches(settings);
     if (batches.empty())
         throw std::runtime_error("there is no case whose name begins with \"" + settings.only + "\" at level " +
                                  std::to_string(settings.level));

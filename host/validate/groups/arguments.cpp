@@ -7,7 +7,6 @@
 #include <optional>
 
 #include "host/runtime/text.h"
-#include "host/validate/answers.h"
 #include "host/validate/case.h"
 #include "host/validate/rows.h"
 
@@ -103,8 +102,7 @@ Value valueOf(const Sample &sample, uint32_t encoding)
     return sample.isNull ? Value::nullString() : Value::string(bytesOf(sample, encoding), encoding);
 }
 
-// --- What must arrive
-// -------------------------------------------------------------------------------------------------
+// --- What must arrive -----------------------------------------------------------------------------------------------
 
 const char kAnything[] = "*";
 
@@ -160,8 +158,7 @@ std::string writtenText(const std::u16string &units)
     return cut.empty() ? "null" : "\"" + *host::runtime::encodeText(cut, host::kUTF8) + "\"";
 }
 
-// --- Members that take texts
-// ------------------------------------------------------------------------------------------
+// --- Members that take texts ----------------------------------------------------------------------------------------
 
 // A row whose argument `position` is replaced by the sample, wherever the row's own text stood in the message.
 Row withText(const Row &row, size_t position, const Value &value)
@@ -215,7 +212,7 @@ const Way kWays[] = {
     {"copies", "2013.03", {"REALGetStringCFString", "PluginGetStringData", "PluginDisposeStringData"}},
 };
 
-void addTextArguments(const Settings &settings, std::vector<Batch> &batches)
+void addTextArguments(const Settings &settings, Batches &batches)
 {
     for (const Way &way : kWays) {
         for (const TextArgument &argument : textArguments()) {
@@ -224,24 +221,21 @@ void addTextArguments(const Settings &settings, std::vector<Batch> &batches)
                 argument.row->name != "setPersistentDomain")
                 continue;
             Batch batch;
-            batch.prepare = [&way] { startHost(way.profile, true, way.hidden); };
+            batch.prepare = [&way] { startHost({way.profile, true, way.hidden}); };
             for (const NamedEncoding &encoding : kEncodings)
                 for (const Sample &sample : samples())
-                    batch.cases.push_back({std::string("arguments/text/") + way.name + "/" + argument.row->name + "-" +
-                                               std::to_string(argument.position) + "/" + encoding.name + "/" +
-                                               sample.name,
-                                           [argument, &encoding, &sample] {
-                                               World world;
-                                               Value value = valueOf(sample, encoding.encoding);
-                                               runRow(withText(*argument.row, argument.position, value), world);
-                                           }});
+                    batch.add(std::string("arguments/text/") + way.name + "/" + argument.row->name + "-" +
+                                  std::to_string(argument.position) + "/" + encoding.name + "/" + sample.name,
+                              [argument, &encoding, &sample] {
+                                  Value value = valueOf(sample, encoding.encoding);
+                                  runRow(withText(*argument.row, argument.position, value));
+                              });
             batches.push_back(std::move(batch));
         }
     }
 }
 
-// --- Texts that Cocoa answers
-// -----------------------------------------------------------------------------------------
+// --- Texts that Cocoa answers ---------------------------------------------------------------------------------------
 
 struct TextAnswer {
     const char *row;
@@ -262,36 +256,30 @@ const TextAnswer kTextAnswers[] = {
     {"dictionaryRepresentation", "dictionaryRepresentation", AnswerShape::AsKey, "{", ": int32 1}"},
 };
 
-void addTextAnswers(std::vector<Batch> &batches)
+void addTextAnswers(Batches &batches)
 {
     for (const char *profile : {"2011.4", "2013.03"}) {
         Batch batch;
-        batch.prepare = [profile] { startHost(profile, true); };
+        batch.prepare = [profile] { startHost({profile}); };
         for (const TextAnswer &answer : kTextAnswers)
             for (const Sample &sample : samples()) {
                 if (sample.isNull)
                     continue;
-                batch.cases.push_back(
-                    {std::string("arguments/answer/") + profile + "/" + answer.row + "/" + sample.name,
-                     [&answer, &sample] {
-                         Row row;
-                         for (const Row &each : rows())
-                             if (each.name == answer.row)
-                                 row = each;
-                         row.answer = [&](StandIn &standIn) {
-                             answerText(standIn, answer.selector, answer.shape, sample.units);
-                         };
-                         row.result = [&](World &) { return answer.before + writtenText(sample.units) + answer.after; };
-                         World world;
-                         runRow(row, world);
-                     }});
+                batch.add(std::string("arguments/answer/") + profile + "/" + answer.row + "/" + sample.name, [&answer,
+                                                                                                              &sample] {
+                    Row row = rowNamed(answer.row);
+                    row.answer = [&](StandIn &standIn) {
+                        standIn.answerText(answer.selector, answer.shape, sample.units);
+                    };
+                    row.result = [&](World &) { return answer.before + writtenText(sample.units) + answer.after; };
+                    runRow(row);
+                });
             }
         batches.push_back(std::move(batch));
     }
 }
 
-// --- Numbers
-// ----------------------------------------------------------------------------------------------------------
+// --- Numbers --------------------------------------------------------------------------------------------------------
 
 std::string formatted(const char *format, double number)
 {
@@ -324,108 +312,91 @@ std::vector<Number> ends()
             Number(65536)};
 }
 
-void expectSetter(const char *declaration, const Value &value, const std::string &message)
-{
-    Row row;
-    row.declaration = declaration;
-    row.arguments = [value] { return host::Arguments{"Key", value}; };
-    row.message = [message](World &) { return message; };
-    World world;
-    runRow(row, world);
-}
-
-template <class Number>
-void expectGetter(const char *declaration, const char *selector, const char *message, Number number,
-                  const std::string &result)
-{
-    Row row;
-    row.declaration = declaration;
-    row.arguments = [] { return host::Arguments{"Key"}; };
-    row.answer = [=](StandIn &standIn) { standIn.answerNumber(selector, &number, sizeof number); };
-    row.message = [message](World &) { return std::string(message); };
-    row.result = [result](World &) { return result; };
-    World world;
-    runRow(row, world);
-}
-
 const char kSetVariant[] = "setVariantValue(key as string, value as variant)";
 
-void addNumberCase(Batch &batch, const std::string &prefix, const char *kind, int index, std::function<void()> body)
-{
-    batch.cases.push_back({prefix + kind + "/" + std::to_string(index), std::move(body)});
-}
+// The cases of one host. Each kind of value has its numbers in order.
+class NumberCases {
+public:
+    explicit NumberCases(const std::string &profile) : _prefix("arguments/number/" + profile + "/")
+    {
+        batch.prepare = [profile] { startHost({profile}); };
+    }
 
-void addNumbers(const std::string &profile, std::vector<Batch> &batches)
-{
-    std::string prefix = "arguments/number/" + profile + "/";
+    // `kind` is the name of the case; the message is the selector with the number in this form.
+    void setter(const std::string &kind, int index, const char *declaration, const char *selector, const Value &value,
+                const std::string &stored)
+    {
+        Row row;
+        row.declaration = declaration;
+        row.arguments = [value] { return host::Arguments{"Key", value}; };
+        row.message = [=](World &) { return selector + (":" + stored) + " forKey:\"Key\""; };
+        add(kind, index, std::move(row));
+    }
+
+    template <class Number>
+    void getter(const std::string &name, int index, const char *type, Number number, const std::string &result)
+    {
+        Row row;
+        row.declaration = name + "(key as string) as " + type;
+        row.arguments = [] { return host::Arguments{"Key"}; };
+        row.answer = [=](StandIn &standIn) { standIn.answerNumber((name + ":").c_str(), &number, sizeof number); };
+        row.message = [=](World &) { return name + ":\"Key\""; };
+        row.result = [result](World &) { return result; };
+        add(name, index, std::move(row));
+    }
+
     Batch batch;
-    batch.prepare = [profile] { startHost(profile, true); };
+
+private:
+    void add(const std::string &kind, int index, Row row)
+    {
+        batch.add(_prefix + kind + "/" + std::to_string(index), [row = std::move(row)] { runRow(row); });
+    }
+
+    std::string _prefix;
+};
+
+void addNumbers(const std::string &profile, Batches &batches)
+{
+    NumberCases cases(profile);
     int i = 0;
     for (int32_t number : ends<int32_t>()) {
         std::string digits = std::to_string(number);
-        addNumberCase(batch, prefix, "setIntegerValue", ++i, [=] {
-            expectSetter("setIntegerValue(key as string, value as integer)", number,
-                         "setInteger:" + digits + " forKey:\"Key\"");
-        });
-        addNumberCase(batch, prefix, "integerForKey", i, [=] {
-            expectGetter("integerForKey(key as string) as integer", "integerForKey:", "integerForKey:\"Key\"", number,
-                         "int32 " + digits);
-        });
-        addNumberCase(batch, prefix, "variant-int32", i,
-                      [=] { expectSetter(kSetVariant, number, "setObject:" + digits + " forKey:\"Key\""); });
-        addNumberCase(batch, prefix, "boolForKey", i, [=] {
-            char byte = char(number);
-            expectGetter("boolForKey(key as string) as boolean", "boolForKey:", "boolForKey:\"Key\"", byte,
-                         byte ? "true" : "false");
-        });
+        cases.setter("setIntegerValue", ++i, "setIntegerValue(key as string, value as integer)", "setInteger", number,
+                     digits);
+        cases.getter("integerForKey", i, "integer", number, "int32 " + digits);
+        cases.setter("variant-int32", i, kSetVariant, "setObject", number, digits);
+        cases.getter("boolForKey", i, "boolean", char(number), char(number) ? "true" : "false");
     }
     i = 0;
     for (int64_t number : ends<int64_t>())
-        addNumberCase(batch, prefix, "variant-int64", ++i, [=] {
-            expectSetter(kSetVariant, Value(static_cast<long long>(number)),
-                         "setObject:" + std::to_string(number) + " forKey:\"Key\"");
-        });
+        cases.setter("variant-int64", ++i, kSetVariant, "setObject", static_cast<long long>(number),
+                     std::to_string(number));
     i = 0;
     for (float number : ends<float>()) {
-        addNumberCase(batch, prefix, "setFloatValue", ++i, [=] {
-            expectSetter("setFloatValue(key as string, value as single)", number,
-                         "setFloat:" + formatted("%.9g", number) + " forKey:\"Key\"");
-        });
-        addNumberCase(batch, prefix, "floatForKey", i, [=] {
-            expectGetter("floatForKey(key as string) as single", "floatForKey:", "floatForKey:\"Key\"", number,
-                         formatted("single %.17g", number));
-        });
-        addNumberCase(batch, prefix, "variant-single", i, [=] {
-            const char *kind =
-                std::isfinite(number) ? "single " : "double "; // there is one infinity, and it is a double
-            expectSetter(kSetVariant, number, "setObject:" + (kind + formatted("%.9g", number)) + " forKey:\"Key\"");
-        });
+        std::string digits = formatted("%.9g", number);
+        cases.setter("setFloatValue", ++i, "setFloatValue(key as string, value as single)", "setFloat", number, digits);
+        cases.getter("floatForKey", i, "single", number, formatted("single %.17g", number));
+        const char *kind = std::isfinite(number) ? "single " : "double "; // there is one infinity, and it is a double
+        cases.setter("variant-single", i, kSetVariant, "setObject", number, kind + digits);
     }
     i = 0;
     for (double number : ends<double>()) {
-        addNumberCase(batch, prefix, "setDoubleValue", ++i, [=] {
-            expectSetter("setDoubleValue(key as string, value as double)", number,
-                         "setDouble:" + formatted("%.17g", number) + " forKey:\"Key\"");
-        });
-        addNumberCase(batch, prefix, "doubleForKey", i, [=] {
-            expectGetter("doubleForKey(key as string) as double", "doubleForKey:", "doubleForKey:\"Key\"", number,
-                         formatted("double %.17g", number));
-        });
-        addNumberCase(batch, prefix, "variant-double", i, [=] {
-            expectSetter(kSetVariant, number, "setObject:double " + formatted("%.17g", number) + " forKey:\"Key\"");
-        });
+        std::string digits = formatted("%.17g", number);
+        cases.setter("setDoubleValue", ++i, "setDoubleValue(key as string, value as double)", "setDouble", number,
+                     digits);
+        cases.getter("doubleForKey", i, "double", number, "double " + digits);
+        cases.setter("variant-double", i, kSetVariant, "setObject", number, "double " + digits);
     }
     for (bool flag : {false, true})
-        addNumberCase(batch, prefix, "setBoolValue", flag, [=] {
-            expectSetter("setBoolValue(key as string, value as boolean)", flag,
-                         std::string("setBool:") + (flag ? "1" : "0") + " forKey:\"Key\"");
-        });
-    batches.push_back(std::move(batch));
+        cases.setter("setBoolValue", flag, "setBoolValue(key as string, value as boolean)", "setBool", flag,
+                     flag ? "1" : "0");
+    batches.push_back(std::move(cases.batch));
 }
 
 } // namespace
 
-void addArguments(const Settings &settings, std::vector<Batch> &batches)
+void addArguments(const Settings &settings, Batches &batches)
 {
     addTextArguments(settings, batches);
     addTextAnswers(batches);

@@ -19,14 +19,6 @@ struct Kind {
 static const Kind kKinds[] = {
     {"exception", Throwing::Exception}, {"subclass", Throwing::Subclass}, {"foreign", Throwing::Foreign}};
 
-static const Row &rowNamed(const std::string &name)
-{
-    for (const Row &row : rows())
-        if (row.name == name)
-            return row;
-    throw Failure("there is no row " + name);
-}
-
 // --- Messages of the conversions: methods that Cocoa has, replaced by one that throws once ---------------------------
 
 static Throwing armed = Throwing::Nothing;
@@ -150,8 +142,7 @@ static void throwFromMessage(const Message &message, const Row &row, Throwing th
     expect(throws > 0, "the message is not sent");
     const host::MethodDescription &method = methodOf(row.declaration, row.isShared);
     expectThrown(observed, world, throwing, row.isAssigned ? "nil" : neutralResult(method.declaration));
-    World again;
-    runRow(row, again); // and then as ever
+    runRow(row); // and then as ever
 }
 
 } // namespace validate
@@ -311,46 +302,35 @@ static void throwInTheMiddle(const Filled &filled, unsigned k, Throwing throwing
     expectThrown(observed, world, throwing, shownElements(k, filled.asList));
 }
 
-static void addHost(const std::string &profile, bool family, std::vector<Batch> &batches)
+static void addHost(const Played &played, Batches &batches)
 {
-    std::string host = "raises/" + profile + (family ? "/family/" : "/alone/");
     Batch batch;
-    batch.prepare = [=] { startHost(profile, family); };
+    batch.prepare = [=] { startHost(played); };
     for (const Kind &kind : kKinds) {
-        std::string prefix = host + kind.name + "/";
+        std::string prefix = "raises" + played.path() + kind.name + "/";
         for (const Row &row : rows())
             if (row.message)
-                batch.cases.push_back({prefix + "message/" + row.name, [&row, &kind] {
-                                           World world;
-                                           runRow(row, world, kind.throwing);
-                                       }});
+                batch.add(prefix + "message/" + row.name, [&row, &kind] { runRow(row, {}, kind.throwing); });
         for (const Message &message : messages())
             for (const char *name : message.rows)
-                batch.cases.push_back({prefix + message.selector + "/" + name, [&message, name, &kind] {
-                                           throwFromMessage(message, rowNamed(name), kind.throwing);
-                                       }});
+                batch.add(prefix + message.selector + "/" + name,
+                          [&message, name, &kind] { throwFromMessage(message, rowNamed(name), kind.throwing); });
         int number = 0;
         for (const Filled &filled : kFilled) {
             number++;
             for (unsigned k = 0; k < 3; k++)
-                batch.cases.push_back(
-                    {prefix + "middle/" + filled.row + "-" + std::to_string(number) + "/" + std::to_string(k),
-                     [&filled, k, &kind] { throwInTheMiddle(filled, k, kind.throwing); }});
+                batch.add(prefix + "middle/" + filled.row + "-" + std::to_string(number) + "/" + std::to_string(k),
+                          [&filled, k, &kind] { throwInTheMiddle(filled, k, kind.throwing); });
         }
     }
     batches.push_back(std::move(batch));
 }
 
-void addCocoaRaises(const Settings &settings, std::vector<Batch> &batches)
+void addCocoaRaises(const Settings &settings, Batches &batches)
 {
-    std::vector<std::string> profiles = {"2013.03"};
-    if (settings.level >= 3)
-        profiles = {"2011.4", "2012.2", "2013.0", "2013.03"};
-    if (settings.level >= 7)
-        profiles = {"2009", "2011.4", "2012.0", "2012.2", "2013.0", "2013.02", "2013.03", "2014.1"};
-    for (const std::string &profile : profiles)
+    for (const std::string &profile : profilesAt(settings.level, {"2011.4", "2012.2", "2013.0", "2013.03"}))
         for (bool family : {true, false})
-            addHost(profile, family, batches);
+            addHost({profile, family}, batches);
 }
 
 } // namespace validate

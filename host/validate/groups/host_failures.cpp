@@ -28,12 +28,11 @@ template <class Count>
 long undisturbed(const Row &row, Count count)
 {
     long times = 0;
-    World world;
-    runRow(row, world, Throwing::Nothing, nullptr, [&] { times = count(); });
+    runRow(row, {}, Throwing::Nothing, nullptr, [&] { times = count(); });
     return times;
 }
 
-void withFault(const Row &row, World &world, const std::string &what, const std::function<void()> &plan,
+void withFault(const Row &row, const World &world, const std::string &what, const std::function<void()> &plan,
                const std::function<void()> &cancel)
 {
     try {
@@ -56,8 +55,7 @@ void failEachCreation(const Row &row, Creation creation)
                 [&] { host.failCreation(creation, k, times); }, [&] { host.failCreation(creation, 0); });
         }
     }
-    World world;
-    runRow(row, world); // and then as ever
+    runRow(row); // and then as ever
 }
 
 void runOutOfMemory(const Row &row, int times)
@@ -71,32 +69,26 @@ void runOutOfMemory(const Row &row, int times)
             row, world, "no memory for string " + std::to_string(k), [&] { host.throwWhileBuildingString(k, times); },
             [&] { host.throwWhileBuildingString(0); });
     }
-    World world;
-    runRow(row, world);
+    runRow(row);
 }
 
 } // namespace
 
-void addHostFailures(const Settings &settings, std::vector<Batch> &batches)
+void addHostFailures(const Settings &settings, Batches &batches)
 {
-    std::vector<std::string> profiles = {"2013.03"};
-    if (settings.level >= 3)
-        profiles = {"2011.4", "2013.03"};
-    if (settings.level >= 7)
-        profiles = {"2009", "2011.4", "2012.2", "2013.0", "2013.03", "2014.1"};
-    for (const std::string &profile : profiles) {
+    const Profiles all = {"2009", "2011.4", "2012.2", "2013.0", "2013.03", "2014.1"};
+    for (const std::string &profile : profilesAt(settings.level, {"2011.4", "2013.03"}, all)) {
         for (bool family : {true, false}) {
-            std::string host = profile + (family ? "/family/" : "/alone/");
+            Played played = {profile, family};
             Batch batch;
-            batch.prepare = [=] { startHost(profile, family); };
+            batch.prepare = [=] { startHost(played); };
             for (const Row &row : rows()) {
+                std::string prefix = "failures" + played.path();
                 for (const Sort &sort : kSorts)
-                    batch.cases.push_back({"failures/" + host + sort.name + "/" + row.name,
-                                           [&row, &sort] { failEachCreation(row, sort.creation); }});
-                batch.cases.push_back(
-                    {"failures/" + host + "no-memory/" + row.name, [&row] { runOutOfMemory(row, 1); }});
-                batch.cases.push_back(
-                    {"failures/" + host + "no-memory-twice/" + row.name, [&row] { runOutOfMemory(row, 2); }});
+                    batch.add(prefix + sort.name + "/" + row.name,
+                              [&row, &sort] { failEachCreation(row, sort.creation); });
+                batch.add(prefix + "no-memory/" + row.name, [&row] { runOutOfMemory(row, 1); });
+                batch.add(prefix + "no-memory-twice/" + row.name, [&row] { runOutOfMemory(row, 2); });
             }
             batches.push_back(std::move(batch));
         }

@@ -70,9 +70,8 @@ void expectRegistered(const host::Plugin &plugin, int record)
 void runEveryRow()
 {
     for (const Row &row : rows()) {
-        World world;
         try {
-            runRow(row, world);
+            runRow(row);
         } catch (const Failure &failure) {
             throw Failure(row.name + ": " + failure.what());
         }
@@ -139,28 +138,18 @@ void loadTwoCopies(const Version &version)
     expectBalance();
 }
 
-void add(const std::string &name, std::function<void()> body, std::vector<Batch> &batches)
-{
-    Batch batch;
-    batch.secondsPerCase = 60;
-    batch.cases.push_back({"load/" + name, std::move(body)});
-    batches.push_back(std::move(batch));
-}
-
 } // namespace
 
-void addLoading(const Settings &settings, std::vector<Batch> &batches)
+void addLoading(const Settings &settings, Batches &batches)
 {
+    constexpr int kSeconds = 60;
     for (const Version &first : kVersions) {
         for (const Version &second : kVersions)
             if (settings.level >= 3 || first.record == second.record)
-                add(
-                    std::string("twice/") + first.profile + "/" + second.profile, [&] { startTwice(first, second); },
-                    batches);
-        add(
-            std::string("again/") + first.profile, [&] { loadAgain(first); }, batches);
-        add(
-            std::string("two-copies/") + first.profile, [&] { loadTwoCopies(first); }, batches);
+                addAlone(batches, std::string("load/twice/") + first.profile + "/" + second.profile, kSeconds,
+                         [&] { startTwice(first, second); });
+        addAlone(batches, std::string("load/again/") + first.profile, kSeconds, [&] { loadAgain(first); });
+        addAlone(batches, std::string("load/two-copies/") + first.profile, kSeconds, [&] { loadTwoCopies(first); });
     }
 }
 

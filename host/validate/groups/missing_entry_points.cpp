@@ -14,16 +14,6 @@ namespace validate {
 
 namespace {
 
-// One host for each record version; from level 7 on, one on each side of every threshold.
-std::vector<std::string> profilesAt(int level)
-{
-    if (level >= 7)
-        return {"2009", "2011.4", "2012.0", "2012.2", "2013.0", "2013.02", "2013.03", "2014.1"};
-    if (level >= 3)
-        return {"2011.4", "2012.2", "2013.0", "2014.1"};
-    return {"2013.03"};
-}
-
 // Without the first two there is no plug-in: it calls the one untested, and the class is registered with the other.
 // The last one serves the companion library only.
 bool canBeHidden(const std::string &name)
@@ -42,26 +32,18 @@ std::vector<std::string> entryPoints()
 
 struct Hidden {
     std::string label; // of the cases
-    std::string profile;
-    bool family;
-    std::set<std::string> entries;
+    Played played;
 
-    std::string prefix(const char *phase) const
-    {
-        return "missing/" + label + "/" + profile + (family ? "/family/" : "/alone/") + phase + "/";
-    }
+    std::string prefix(const char *phase) const { return "missing/" + label + played.path() + phase + "/"; }
 };
 
 // The cases as the plug-in finds the host.
-void addHiddenBatch(const Hidden &hidden, std::vector<Batch> &batches)
+void addHiddenBatch(const Hidden &hidden, Batches &batches)
 {
     Batch batch;
-    batch.prepare = [hidden] { startHost(hidden.profile, hidden.family, hidden.entries); };
+    batch.prepare = [hidden] { startHost(hidden.played); };
     for (const Row &row : rows())
-        batch.cases.push_back({hidden.prefix("hidden") + row.name, [&row] {
-                                   World world;
-                                   runRow(row, world);
-                               }});
+        batch.add(hidden.prefix("hidden") + row.name, [&row] { runRow(row); });
     batches.push_back(std::move(batch));
 }
 
@@ -76,7 +58,7 @@ void askInVain(const Hidden &hidden, Asked &asked)
 {
     for (const Row &row : rows()) {
         whyItFails([&] { observe(row, World(), Throwing::Nothing, nullptr, nullptr); });
-        for (const std::string &entry : hidden.entries)
+        for (const std::string &entry : hidden.played.hidden)
             if (theHost().lookups(entry) > 0)
                 asked.inVain[row.name].insert(entry);
     }
@@ -102,23 +84,22 @@ std::vector<std::string> calledEntries()
     return names;
 }
 
-void addShownBatch(const Hidden &hidden, std::vector<Batch> &batches)
+void addShownBatch(const Hidden &hidden, Batches &batches)
 {
     auto asked = std::make_shared<Asked>();
     Batch batch;
     batch.prepare = [hidden, asked] {
-        startHost(hidden.profile, hidden.family, hidden.entries);
+        startHost(hidden.played);
         askInVain(hidden, *asked);
     };
-    bool showsUse = hidden.entries.size() == 1;
+    bool showsUse = hidden.played.hidden.size() == 1;
     for (const Row &row : rows())
-        batch.cases.push_back({hidden.prefix("shown") + row.name, [&row, asked, showsUse] {
-                                   World world;
-                                   std::vector<std::string> called;
-                                   runRow(row, world, Throwing::Nothing, nullptr, [&] { called = calledEntries(); });
-                                   if (showsUse)
-                                       expectUsed(row, *asked, called);
-                               }});
+        batch.add(hidden.prefix("shown") + row.name, [&row, asked, showsUse] {
+            std::vector<std::string> called;
+            runRow(row, {}, Throwing::Nothing, nullptr, [&] { called = calledEntries(); });
+            if (showsUse)
+                expectUsed(row, *asked, called);
+        });
     batches.push_back(std::move(batch));
 }
 
@@ -137,38 +118,36 @@ std::set<std::string> randomSet(std::mt19937 &random)
     return chosen;
 }
 
-void addRegistration(const std::string &profile, std::vector<Batch> &batches)
+void registerLate(const std::string &profile)
 {
-    Batch batch;
-    // The tables of record version 9 are made once more for a host that never took the first ones.
-    batch.losesMemory = true;
-    batch.cases.push_back({"missing/PluginRegisterClass/" + profile, [profile] {
-                               host::Host &host = theHost();
-                               host.use(*host::Profile::named(profile));
-                               host.hide("PluginRegisterClass");
-                               host::Plugin &plugin = host.load(settings().plugin);
-                               expect(!host.findClass(kClass), "a class without a way to register it");
-                               host.show("PluginRegisterClass");
-                               plugin.start();
-                               expect(host.findClass(kClass), "not registered when there is a way again");
-                               expectBalance();
-                           }});
-    batches.push_back(std::move(batch));
+    host::Host &host = theHost();
+    host.use(*host::Profile::named(profile));
+    host.hide("PluginRegisterClass");
+    host::Plugin &plugin = host.load(settings().plugin);
+    expect(!host.findClass(kClass), "a class without a way to register it");
+    host.show("PluginRegisterClass");
+    plugin.start();
+    expect(host.findClass(kClass), "not registered when there is a way again");
+    expectBalance();
 }
 
 } // namespace
 
-void addMissingEntryPoints(const Settings &settings, std::vector<Batch> &batches)
+void addMissingEntryPoints(const Settings &settings, Batches &batches)
 {
-    std::vector<std::string> profiles = profilesAt(settings.level);
+    // One host for each record version; from level 7 on, one on each side of every threshold.
+    Profiles profiles = profilesAt(settings.level, {"2011.4", "2012.2", "2013.0", "2014.1"});
     for (const std::string &profile : profiles) {
-        addRegistration(profile, batches);
+        Batch &registration = batches.emplace_back();
+        // The tables of record version 9 are made once more for a host that never took the first ones.
+        registration.losesMemory = true;
+        registration.add("missing/PluginRegisterClass/" + profile, [profile] { registerLate(profile); });
         for (bool family : {true, false}) {
-            addHiddenBatch({"nothing", profile, family, {}}, batches);
+            addHiddenBatch({"nothing", {profile, family}}, batches);
             for (const std::string &entry : entryPoints()) {
-                addHiddenBatch({entry, profile, family, {entry}}, batches);
+                addHiddenBatch({entry, {profile, family, {entry}}}, batches);
                 if (settings.level >= 7 || family)
-                    addShownBatch({entry, profile, family, {entry}}, batches);
+                    addShownBatch({entry, {profile, family, {entry}}}, batches);
             }
         }
     }
@@ -177,7 +156,7 @@ void addMissingEntryPoints(const Settings &settings, std::vector<Batch> &batches
     for (int i = 0; i < sets; i++) {
         const std::string &profile = profiles[random() % profiles.size()];
         bool family = random() % 2;
-        Hidden hidden = {"random-" + std::to_string(i), profile, family, randomSet(random)};
+        Hidden hidden = {"random-" + std::to_string(i), {profile, family, randomSet(random)}};
         addHiddenBatch(hidden, batches);
         if (i % 4 == 0)
             addShownBatch(hidden, batches);

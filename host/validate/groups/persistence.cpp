@@ -101,7 +101,7 @@ void clearLocks()
 
 Value openDefaults()
 {
-    startHost("2013.03", true);
+    startHost({"2013.03"});
     theHost().callShared(kClass, "resetStandardUserDefaults");
     return standardUserDefaults();
 }
@@ -219,30 +219,21 @@ void writeTogether(int writers)
     expectLines(reader);
 }
 
-void add(const std::string &name, std::function<void()> body, std::vector<Batch> &batches)
-{
-    Batch batch;
-    batch.secondsPerCase = 3 * kSecondsForAProcess;
-    batch.cases.push_back({"persistence/" + name, std::move(body)});
-    batches.push_back(std::move(batch));
-}
-
 } // namespace
 
-void addPersistence(const Settings &settings, std::vector<Batch> &batches)
+void addPersistence(const Settings &settings, Batches &batches)
 {
+    constexpr int kSeconds = 3 * kSecondsForAProcess;
     int kills = settings.level >= 10 ? 200 : settings.level * 6;
     for (int i = 0; i < kills; i++) {
         uint32_t seed = settings.seed * 1000 + uint32_t(i);
-        add(
-            "killed/" + std::to_string(i), [seed] { killWriter(seed); }, batches);
+        addAlone(batches, "persistence/killed/" + std::to_string(i), kSeconds, [seed] { killWriter(seed); });
     }
     int rounds = settings.level >= 7 ? 5 : 1;
     for (int round = 0; round < rounds; round++)
         for (int writers : {2, 4})
-            add(
-                "together-" + std::to_string(writers) + "/" + std::to_string(round),
-                [writers] { writeTogether(writers); }, batches);
+            addAlone(batches, "persistence/together-" + std::to_string(writers) + "/" + std::to_string(round), kSeconds,
+                     [writers] { writeTogether(writers); });
 }
 
 } // namespace validate

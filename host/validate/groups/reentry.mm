@@ -130,8 +130,7 @@ static std::vector<std::string> entriesCalledBy(const Row &row)
 {
     std::vector<std::string> called;
     for (bool isFirst : {true, false}) {
-        World world;
-        runRow(row, world, Throwing::Nothing, nullptr, [&] {
+        runRow(row, {}, Throwing::Nothing, nullptr, [&] {
             for (const host::EntryPointInfo &entry : theHost().entryPoints())
                 if (!isFirst && entry.calls > 0)
                     called.push_back(entry.name);
@@ -145,9 +144,8 @@ static void runIntruded(
     const Row &row, const std::string &entry, Intruder &intruder, const std::function<void()> &beforeCall,
     const std::function<void()> &afterwards = [] {})
 {
-    World world;
     runRow(
-        row, world, Throwing::Nothing, [&] { theHost().beforeCall(entry, beforeCall); },
+        row, {}, Throwing::Nothing, [&] { theHost().beforeCall(entry, beforeCall); },
         [&] {
             afterwards();
             theHost().beforeCall(entry, nullptr);
@@ -249,7 +247,7 @@ const Setter kSetters[] = {
 
 static void intrudeThroughObserver(const Setter &setter)
 {
-    startHost("2013.03", true);
+    startHost({"2013.03"});
     {
         Value defaults = standardUserDefaults();
         Intruder intruder;
@@ -276,21 +274,16 @@ static void intrudeThroughObserver(const Setter &setter)
     expectBalance();
 }
 
-void addReentry(const Settings &settings, std::vector<Batch> &batches)
+void addReentry(const Settings &settings, Batches &batches)
 {
-    std::vector<std::string> profiles = {"2013.03"};
-    if (settings.level >= 3)
-        profiles = {"2011.4", "2012.2", "2014.1"};
-    if (settings.level >= 7)
-        profiles = {"2009", "2011.4", "2012.0", "2012.2", "2013.0", "2013.02", "2013.03", "2014.1"};
-    for (const std::string &profile : profiles) {
+    for (const std::string &profile : profilesAt(settings.level, {"2011.4", "2012.2", "2014.1"})) {
         for (bool family : {true, false}) {
+            Played played = {profile, family};
             Batch batch;
-            batch.prepare = [=] { startHost(profile, family); };
-            const std::string where = "/" + profile + (family ? "/family/" : "/alone/");
+            batch.prepare = [=] { startHost(played); };
             for (const Row &row : rows()) {
-                batch.cases.push_back({"reentry/entries" + where + row.name, [&row] { intrudeThroughEntries(row); }});
-                batch.cases.push_back({"reentry/interleaved" + where + row.name, [&row] { interleaveAtEntries(row); }});
+                batch.add("reentry/entries" + played.path() + row.name, [&row] { intrudeThroughEntries(row); });
+                batch.add("reentry/interleaved" + played.path() + row.name, [&row] { interleaveAtEntries(row); });
             }
             batches.push_back(batch);
 
@@ -298,17 +291,14 @@ void addReentry(const Settings &settings, std::vector<Batch> &batches)
             batch.losesMemory = true; // what the inner call has of Core Foundation in hand
             for (const Leaving &leaving : kLeavings)
                 for (const Row &row : rows())
-                    batch.cases.push_back({std::string("reentry/") + leaving.name + where + row.name,
-                                           [&] { leaveInnerCalls(row, leaving); }});
+                    batch.add(std::string("reentry/") + leaving.name + played.path() + row.name,
+                              [&] { leaveInnerCalls(row, leaving); });
             batches.push_back(std::move(batch));
         }
     }
-    for (const Setter &setter : kSetters) {
-        Batch notices;
-        notices.cases.push_back(
-            {std::string("reentry/observer/") + setter.name, [&setter] { intrudeThroughObserver(setter); }});
-        batches.push_back(std::move(notices));
-    }
+    for (const Setter &setter : kSetters)
+        batches.emplace_back().add(std::string("reentry/observer/") + setter.name,
+                                   [&setter] { intrudeThroughObserver(setter); });
 }
 
 } // namespace validate

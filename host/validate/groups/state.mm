@@ -138,11 +138,11 @@ int defaultsObjectsAlive()
     return GSDebugAllocationCount([NSUserDefaults class]);
 }
 
-void liveAndLetDie(const std::string &profile, bool family, uint32_t seed, int cycles)
+void liveAndLetDie(const Played &played, uint32_t seed, int cycles)
 {
     GSDebugAllocationActive(YES);
-    startHost(profile, family);
-    Population population(seed, family);
+    startHost(played);
+    Population population(seed, played.family);
     for (int i = 0; i < kCyclesToWarmUp; i++) // caches and tables have their size then
         population.cycle();
     population.clear();
@@ -167,20 +167,17 @@ void liveAndLetDie(const std::string &profile, bool family, uint32_t seed, int c
 
 } // namespace
 
-void addState(const Settings &settings, std::vector<Batch> &batches)
+void addState(const Settings &settings, Batches &batches)
 {
     int runs = settings.level >= 7 ? 10 : 1;
     int cycles = settings.level >= 3 ? 10000 : 1000;
     for (const char *profile : {"2011.4", "2013.03"})
         for (bool family : {true, false})
             for (int run = 0; run < runs; run++) {
+                Played played = {profile, family};
                 uint32_t seed = settings.seed * 1000 + uint32_t(run);
-                Batch batch;
-                batch.secondsPerCase = 300;
-                batch.cases.push_back(
-                    {std::string("state/") + profile + (family ? "/family/" : "/alone/") + std::to_string(run),
-                     [=] { liveAndLetDie(profile, family, seed, cycles); }});
-                batches.push_back(std::move(batch));
+                addAlone(batches, "state" + played.path() + std::to_string(run), 300,
+                         [=] { liveAndLetDie(played, seed, cycles); });
             }
 }
 
