@@ -5,35 +5,20 @@
 #include <iterator>
 
 #include "host/interface/codes.h"
+#include "host/runtime/utf8.h"
 
 namespace host::runtime {
 
 namespace {
 
-// The upper halves of the 8-bit encodings, from 0x80. An unused code stands for itself.
-const char16_t kMacRomanUpperHalf[128] = {
-    0x00C4, 0x00C5, 0x00C7, 0x00C9, 0x00D1, 0x00D6, 0x00DC, 0x00E1, 0x00E0, 0x00E2, 0x00E4, 0x00E3, 0x00E5,
-    0x00E7, 0x00E9, 0x00E8, 0x00EA, 0x00EB, 0x00ED, 0x00EC, 0x00EE, 0x00EF, 0x00F1, 0x00F3, 0x00F2, 0x00F4,
-    0x00F6, 0x00F5, 0x00FA, 0x00F9, 0x00FB, 0x00FC, 0x2020, 0x00B0, 0x00A2, 0x00A3, 0x00A7, 0x2022, 0x00B6,
-    0x00DF, 0x00AE, 0x00A9, 0x2122, 0x00B4, 0x00A8, 0x2260, 0x00C6, 0x00D8, 0x221E, 0x00B1, 0x2264, 0x2265,
-    0x00A5, 0x00B5, 0x2202, 0x2211, 0x220F, 0x03C0, 0x222B, 0x00AA, 0x00BA, 0x03A9, 0x00E6, 0x00F8, 0x00BF,
-    0x00A1, 0x00AC, 0x221A, 0x0192, 0x2248, 0x2206, 0x00AB, 0x00BB, 0x2026, 0x00A0, 0x00C0, 0x00C3, 0x00D5,
-    0x0152, 0x0153, 0x2013, 0x2014, 0x201C, 0x201D, 0x2018, 0x2019, 0x00F7, 0x25CA, 0x00FF, 0x0178, 0x2044,
-    0x20AC, 0x2039, 0x203A, 0xFB01, 0xFB02, 0x2021, 0x00B7, 0x201A, 0x201E, 0x2030, 0x00C2, 0x00CA, 0x00C1,
-    0x00CB, 0x00C8, 0x00CD, 0x00CE, 0x00CF, 0x00CC, 0x00D3, 0x00D4, 0xF8FF, 0x00D2, 0x00DA, 0x00DB, 0x00D9,
-    0x0131, 0x02C6, 0x02DC, 0x00AF, 0x02D8, 0x02D9, 0x02DA, 0x00B8, 0x02DD, 0x02DB, 0x02C7};
-
-const char16_t kWindowsLatin1UpperHalf[128] = {
-    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160, 0x2039, 0x0152,
-    0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014, 0x02DC, 0x2122,
-    0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178, 0x00A0, 0x00A1, 0x00A2, 0x00A3, 0x00A4, 0x00A5, 0x00A6,
-    0x00A7, 0x00A8, 0x00A9, 0x00AA, 0x00AB, 0x00AC, 0x00AD, 0x00AE, 0x00AF, 0x00B0, 0x00B1, 0x00B2, 0x00B3,
-    0x00B4, 0x00B5, 0x00B6, 0x00B7, 0x00B8, 0x00B9, 0x00BA, 0x00BB, 0x00BC, 0x00BD, 0x00BE, 0x00BF, 0x00C0,
-    0x00C1, 0x00C2, 0x00C3, 0x00C4, 0x00C5, 0x00C6, 0x00C7, 0x00C8, 0x00C9, 0x00CA, 0x00CB, 0x00CC, 0x00CD,
-    0x00CE, 0x00CF, 0x00D0, 0x00D1, 0x00D2, 0x00D3, 0x00D4, 0x00D5, 0x00D6, 0x00D7, 0x00D8, 0x00D9, 0x00DA,
-    0x00DB, 0x00DC, 0x00DD, 0x00DE, 0x00DF, 0x00E0, 0x00E1, 0x00E2, 0x00E3, 0x00E4, 0x00E5, 0x00E6, 0x00E7,
-    0x00E8, 0x00E9, 0x00EA, 0x00EB, 0x00EC, 0x00ED, 0x00EE, 0x00EF, 0x00F0, 0x00F1, 0x00F2, 0x00F3, 0x00F4,
-    0x00F5, 0x00F6, 0x00F7, 0x00F8, 0x00F9, 0x00FA, 0x00FB, 0x00FC, 0x00FD, 0x00FE, 0x00FF};
+// What the 8-bit encodings have from 0x80 on; a code behind the end, or without a character, stands for itself.
+constexpr std::u16string_view kMacRomanUpperHalf =
+    u"ÄÅÇÉÑÖÜáàâäãåçéèêëíìîïñóòôöõúùûü†°¢£§•¶ß®©™\u00B4\u00A8≠ÆØ∞±≤≥¥µ∂∑∏π∫ªºΩæø¿¡¬√ƒ≈∆«»…\u00A0ÀÃÕŒœ–"
+    u"—“”‘’÷◊ÿŸ⁄€‹›ﬁﬂ‡·‚„‰ÂÊÁËÈÍÎÏÌÓÔ\uF8FFÒÚÛÙı\u02C6\u02DC\u00AF\u02D8\u02D9\u02DA\u00B8\u02DD\u02DB"
+    u"\u02C7";
+constexpr std::u16string_view kWindowsLatin1UpperHalf =
+    u"€\u0081‚ƒ„…†‡\u02C6‰Š‹Œ\u008DŽ\u008F\u0090‘’“”•–—\u02DC™š›œ\u009DžŸ";
+static_assert(kMacRomanUpperHalf.size() == 128 && kWindowsLatin1UpperHalf.size() == 32);
 
 const char16_t kReplacement = 0xFFFD;
 
@@ -45,11 +30,6 @@ bool isHighSurrogate(char16_t unit)
 bool isLowSurrogate(char16_t unit)
 {
     return unit >= 0xDC00 && unit < 0xE000;
-}
-
-const char16_t *upperHalf(uint32_t encoding)
-{
-    return encoding == kMacRoman ? kMacRomanUpperHalf : kWindowsLatin1UpperHalf;
 }
 
 void appendScalar(std::u16string &units, char32_t scalar)
@@ -73,27 +53,16 @@ char32_t nextScalar(std::u16string_view units, size_t &index)
 
 std::optional<std::u16string> decodeUTF8(std::string_view bytes)
 {
+    if (firstBadByte(bytes) < bytes.size())
+        return std::nullopt;
     std::u16string units;
     units.reserve(bytes.size());
     for (size_t i = 0; i < bytes.size();) {
         unsigned char lead = bytes[i++];
-        if (lead < 0x80) {
-            units += char16_t(lead);
-            continue;
-        }
-        int following = lead >= 0xF0 ? 3 : lead >= 0xE0 ? 2 : 1;
-        if (lead < 0xC2 || lead > 0xF4 || i + following > bytes.size())
-            return std::nullopt;
-        char32_t scalar = lead & (0x3F >> following);
-        for (int k = 0; k < following; ++k) {
-            unsigned char byte = bytes[i++];
-            if ((byte & 0xC0) != 0x80)
-                return std::nullopt;
-            scalar = (scalar << 6) | (byte & 0x3F);
-        }
-        const char32_t smallest[] = {0, 0x80, 0x800, 0x10000};
-        if (scalar < smallest[following] || scalar > 0x10FFFF || (scalar >= 0xD800 && scalar < 0xE000))
-            return std::nullopt;
+        int following = lead >= 0xF0 ? 3 : lead >= 0xE0 ? 2 : lead >= 0xC0 ? 1 : 0;
+        char32_t scalar = following ? lead & (0x3F >> following) : lead;
+        for (; following > 0; --following)
+            scalar = (scalar << 6) | (bytes[i++] & 0x3F);
         appendScalar(units, scalar);
     }
     return units;
@@ -101,25 +70,15 @@ std::optional<std::u16string> decodeUTF8(std::string_view bytes)
 
 std::string encodeUTF8(std::u16string_view units)
 {
+    static const char32_t leads[] = {0, 0xC0, 0xE0, 0xF0};
     std::string bytes;
     bytes.reserve(units.size());
     for (size_t i = 0; i < units.size();) {
         char32_t scalar = nextScalar(units, i);
-        if (scalar < 0x80) {
-            bytes += char(scalar);
-        } else if (scalar < 0x800) {
-            bytes += char(0xC0 | (scalar >> 6));
-            bytes += char(0x80 | (scalar & 0x3F));
-        } else if (scalar < 0x10000) {
-            bytes += char(0xE0 | (scalar >> 12));
-            bytes += char(0x80 | ((scalar >> 6) & 0x3F));
-            bytes += char(0x80 | (scalar & 0x3F));
-        } else {
-            bytes += char(0xF0 | (scalar >> 18));
-            bytes += char(0x80 | ((scalar >> 12) & 0x3F));
-            bytes += char(0x80 | ((scalar >> 6) & 0x3F));
-            bytes += char(0x80 | (scalar & 0x3F));
-        }
+        int following = scalar < 0x80 ? 0 : scalar < 0x800 ? 1 : scalar < 0x10000 ? 2 : 3;
+        bytes += char(leads[following] | (scalar >> (6 * following)));
+        while (following-- > 0)
+            bytes += char(0x80 | ((scalar >> (6 * following)) & 0x3F));
     }
     return bytes;
 }
@@ -165,27 +124,24 @@ std::optional<std::u16string> decodeUTF32(std::string_view bytes, uint32_t encod
     return units;
 }
 
-std::u16string decode8Bit(std::string_view bytes, const char16_t *upper)
+std::u16string decode8Bit(std::string_view bytes, std::u16string_view upper = {})
 {
     std::u16string units;
     units.reserve(bytes.size());
     for (unsigned char byte : bytes)
-        units += byte < 0x80 ? char16_t(byte) : upper ? upper[byte - 0x80] : char16_t(byte);
+        units += byte >= 0x80 && size_t(byte - 0x80) < upper.size() ? upper[byte - 0x80] : char16_t(byte);
     return units;
 }
 
-std::string encode8Bit(std::u16string_view units, const char16_t *upper, char32_t limit)
+// Codes below `limit` stand for themselves, and so do those behind the end of `upper`.
+std::string encode8Bit(std::u16string_view units, char32_t limit, std::u16string_view upper = {})
 {
     std::string bytes;
     for (size_t i = 0; i < units.size();) {
         char32_t scalar = nextScalar(units, i);
-        if (scalar < limit) {
-            bytes += char(scalar);
-            continue;
-        }
-        const char16_t *place = upper ? std::find(upper, upper + 128, char16_t(scalar)) : nullptr;
-        bool found = place && scalar < 0x10000 && place != upper + 128;
-        bytes += found ? char(0x80 + (place - upper)) : '?';
+        bool isItself = scalar < limit || (!upper.empty() && scalar >= 0x80 + upper.size() && scalar < 0x100);
+        size_t place = scalar < 0x10000 ? upper.find(char16_t(scalar)) : upper.npos;
+        bytes += isItself ? char(scalar) : place != upper.npos ? char(0x80 + place) : '?';
     }
     return bytes;
 }
@@ -217,14 +173,15 @@ std::optional<std::u16string> decodeText(std::string_view bytes, uint32_t encodi
     case kUTF32LE:
         return decodeUTF32(bytes, encoding);
     case kMacRoman:
+        return decode8Bit(bytes, kMacRomanUpperHalf);
     case kWindowsLatin1:
-        return decode8Bit(bytes, upperHalf(encoding));
+        return decode8Bit(bytes, kWindowsLatin1UpperHalf);
     case kISOLatin1:
-        return decode8Bit(bytes, nullptr);
+        return decode8Bit(bytes);
     case kASCII:
         if (std::any_of(bytes.begin(), bytes.end(), [](unsigned char byte) { return byte >= 0x80; }))
             return std::nullopt;
-        return decode8Bit(bytes, nullptr);
+        return decode8Bit(bytes);
     }
     return std::nullopt;
 }
@@ -248,12 +205,13 @@ std::optional<std::string> encodeText(std::u16string_view units, uint32_t encodi
             writeUnit(bytes, nextScalar(units, i), 4, isBigEndian(encoding));
         return bytes;
     case kMacRoman:
+        return encode8Bit(units, 0x80, kMacRomanUpperHalf);
     case kWindowsLatin1:
-        return encode8Bit(units, upperHalf(encoding), 0x80);
+        return encode8Bit(units, 0x80, kWindowsLatin1UpperHalf);
     case kISOLatin1:
-        return encode8Bit(units, nullptr, 0x100);
+        return encode8Bit(units, 0x100);
     case kASCII:
-        return encode8Bit(units, nullptr, 0x80);
+        return encode8Bit(units, 0x80);
     }
     return std::nullopt;
 }

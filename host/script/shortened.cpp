@@ -3,9 +3,11 @@
 #include <algorithm>
 #include <cstddef>
 
-#include "host/script/source.h"
+#include "host/runtime/utf8.h"
 
 namespace script {
+
+using host::runtime::startsCharacter;
 
 // 1,234,567
 static std::string grouped(std::ptrdiff_t number)

@@ -4,7 +4,12 @@
 #include <cstdio>
 #include <string_view>
 
+#include "host/runtime/utf8.h"
+
 namespace script {
+
+using host::runtime::firstBadByte;
+using host::runtime::startsCharacter;
 
 Place spanning(const Place &first, const Place &last)
 {
@@ -73,22 +78,6 @@ static const Mark kMarks[] = {
 };
 
 static constexpr std::string_view kUTF8Mark = "\xEF\xBB\xBF";
-
-// The first byte that belongs to no character of UTF-8; the text's length when there is none.
-static size_t firstBadByte(std::string_view text)
-{
-    for (size_t at = 0; at < text.size();) {
-        auto byte = static_cast<unsigned char>(text[at]);
-        size_t length = byte < 0x80 ? 1 : byte >> 5 == 6 ? 2 : byte >> 4 == 14 ? 3 : byte >> 3 == 30 ? 4 : 0;
-        if (length == 0 || at + length > text.size())
-            return at;
-        for (size_t i = 1; i < length; i++)
-            if (startsCharacter(text[at + i]))
-                return at;
-        at += length;
-    }
-    return text.size();
-}
 
 Source sourceOf(const std::string &name, const std::string &bytes)
 {

@@ -7,12 +7,6 @@
 
 namespace script {
 
-// Whether a byte of UTF-8 begins a character, which is a code point.
-inline bool startsCharacter(char byte)
-{
-    return (byte & 0xC0) != 0x80;
-}
-
 struct Source {
     std::string name; // a file's path, as messages show it
     std::string text;

@@ -2,9 +2,11 @@
 
 #include <Foundation/Foundation.h>
 
-#include "host/script/source.h"
+#include "host/runtime/utf8.h"
 
 namespace script {
+
+using host::runtime::startsCharacter;
 
 std::vector<std::string> charactersOf(const std::string &utf8)
 {
