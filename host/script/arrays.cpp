@@ -12,7 +12,7 @@ namespace script {
 using host::Arguments;
 using host::Value;
 
-static bool areEqual(const Value &a, const Value &b)
+bool areEqual(const Value &a, const Value &b)
 {
     return a.isString() && b.isString() ? compareText(a.text(), b.text()) == 0 : a.equals(b);
 }

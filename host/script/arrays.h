@@ -20,6 +20,9 @@ struct ArrayMember {
 const std::vector<ArrayMember> &arrayMembers();
 const ArrayMember *arrayMember(const std::string &name);
 
+// As the language compares: texts without regard to case.
+bool areEqual(const host::Value &a, const host::Value &b);
+
 // Throws Raised for an index outside of the array; `end` is the first one that is too large.
 void needIndex(const host::Value &array, int32_t index, int32_t end, const Place &place);
 

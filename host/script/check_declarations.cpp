@@ -170,7 +170,7 @@ void Checker::declareClasses(Program &program)
             std::string super = definition.superName ? definition.superName->text : "";
             if (!super.empty() && !isClass(super))
                 unknownClass(*definition.superName);
-            definition.super = definitionOf(super);
+            definition.super = _symbols.definitionOf(super);
             _symbols.classes[definition.name.text] = &definition;
             defineScriptClass(definition);
         });

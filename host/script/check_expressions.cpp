@@ -252,7 +252,7 @@ Type Checker::visit(Creation &creation, Expression &expression, const Type *)
     }
     Type type = classType(made->name);
     std::vector<Candidate> candidates;
-    if (Function *constructor = findMethod(definitionOf(name), "Constructor")) {
+    if (Function *constructor = findMethod(_symbols.definitionOf(name), "Constructor")) {
         creation.way = Creation::Way::ScriptConstructor;
         creation.constructor = constructor;
         candidates.push_back(candidateFor(*constructor));

@@ -44,10 +44,45 @@ bool Checker::isClass(const std::string &name) const
     return host::Host::shared().findClass(name) != nullptr;
 }
 
-ClassDefinition *Checker::definitionOf(const std::string &className) const
+ClassDefinition *Symbols::definitionOf(const std::string &className) const
 {
-    auto found = _symbols.classes.find(className);
-    return found == _symbols.classes.end() ? nullptr : found->second;
+    auto found = classes.find(className);
+    return found == classes.end() ? nullptr : found->second;
+}
+
+std::vector<std::string> Symbols::bareNames() const
+{
+    std::vector<std::string> names;
+    for (const auto &[name, variable] : globals)
+        names.push_back(variable.name.text);
+    for (const auto &[name, function] : functions)
+        names.push_back(function->name.text);
+    for (const std::string &name : libraryFunctionNames())
+        names.push_back(name);
+    for (const std::string &name : classNames())
+        names.push_back(name);
+    return names;
+}
+
+std::vector<std::string> Symbols::membersOf(const Type &type) const
+{
+    std::vector<std::string> names;
+    if (type.isArray) {
+        for (const ArrayMember &member : arrayMembers())
+            names.push_back(member.name);
+        return names;
+    }
+    if (isVariant(type) || isObject(type))
+        names = memberNames(nameOf(type), false);
+    for (const std::string &name : libraryMemberNames(type))
+        names.push_back(name);
+    for (const ClassDefinition *each = definitionOf(type.name); each; each = each->super) {
+        for (const ClassDefinition::Field &field : each->fields)
+            names.push_back(field.item->variable.name.text);
+        for (const Function &method : each->methods)
+            names.push_back(method.name.text);
+    }
+    return names;
 }
 
 const Variable *Checker::findLocal(const std::string &name) const
@@ -86,13 +121,7 @@ void Checker::unknownName(const Named &name)
     for (const Names<Variable> &scope : _scopes)
         for (const auto &[each, variable] : scope)
             known.push_back(each);
-    for (const auto &[each, variable] : _symbols.globals)
-        known.push_back(each);
-    for (const auto &[each, function] : _symbols.functions)
-        known.push_back(each);
-    for (const std::string &each : libraryFunctionNames())
-        known.push_back(each);
-    for (const std::string &each : classNames())
+    for (const std::string &each : _symbols.bareNames())
         known.push_back(each);
     fail(name.place, "there is nothing named " + quoted(name.text) + suggestion(name.text, known));
 }
@@ -134,7 +163,7 @@ Type Checker::resolve(Use &use, Expression &expression, Expression *assigned)
     std::vector<Candidate> candidates = libraryCandidates(libraryMembers(type, use.name.text), true, assigned);
     if (!candidates.empty())
         return call(use, Meaning::LibraryCall, candidates, assigned);
-    std::vector<std::string> known = libraryMemberNames(type);
+    std::vector<std::string> known = _symbols.membersOf(type);
     if (known.empty() || isNothing(type))
         fail(use.name.place, articleAndName(type) + " has no members");
     unknownMember(use.name, articleAndName(type), known);
@@ -258,7 +287,7 @@ Type Checker::resolveShared(Use &use, const std::string &className, Expression *
         }
         unknownMember(use.name, className, known);
     }
-    const ClassDefinition::Field *found = findField(definitionOf(className), use.name.text);
+    const ClassDefinition::Field *found = findField(_symbols.definitionOf(className), use.name.text);
     if (found && found->constant)
         return field(use, *found, assigned);
     std::vector<Candidate> rows = libraryCandidates(librarySharedMembers(className, use.name.text), false, nullptr);
@@ -283,12 +312,8 @@ Type Checker::resolveShared(Use &use, const std::string &className, Expression *
 Type Checker::resolveArrayMember(Use &use, const Type &array, Expression *assigned)
 {
     const ArrayMember *member = arrayMember(use.name.text);
-    if (!member) {
-        std::vector<std::string> known;
-        for (const ArrayMember &each : arrayMembers())
-            known.push_back(each.name);
-        unknownMember(use.name, "an array", known);
-    }
+    if (!member)
+        unknownMember(use.name, "an array", _symbols.membersOf(array));
     Candidate candidate{{}, nothing(), std::string(member->name) + " of an array"};
     bool isOptional = false;
     for (const char *parameter = member->parameters; *parameter; parameter++) {
@@ -307,7 +332,7 @@ Type Checker::resolveArrayMember(Use &use, const Type &array, Expression *assign
 Type Checker::resolveMember(Use &use, const Type &object, Expression *assigned)
 {
     std::string className = isVariant(object) ? "Variant" : object.name;
-    ClassDefinition *definition = definitionOf(className);
+    ClassDefinition *definition = _symbols.definitionOf(className);
     if (const ClassDefinition::Field *found = findField(definition, use.name.text))
         return field(use, *found, assigned);
     if (Function *found = findMethod(definition, use.name.text))
@@ -349,16 +374,7 @@ Type Checker::resolveMember(Use &use, const Type &object, Expression *assigned)
                  "a Variant has no member " + quoted(use.name.text) + "; assign it to a variable of its class first");
         if (!methodsNamed(className, use.name.text, true).empty())
             fail(use.name.place, quoted(use.name.text) + " is a method of the class: " + owner + "." + use.name.text);
-        std::vector<std::string> known = memberNames(className, false);
-        for (const std::string &name : libraryMemberNames(object))
-            known.push_back(name);
-        for (const ClassDefinition *each = definition; each; each = each->super) {
-            for (const ClassDefinition::Field &field : each->fields)
-                known.push_back(field.item->variable.name.text);
-            for (const Function &method : each->methods)
-                known.push_back(method.name.text);
-        }
-        unknownMember(use.name, owner, known);
+        unknownMember(use.name, owner, _symbols.membersOf(object));
     }
     return call(use, Meaning::HostCall, candidates, assigned);
 }

@@ -25,6 +25,11 @@ struct Symbols {
     Names<ClassDefinition *> classes;
     Names<Enumeration *> enumerations;
     size_t globalSlots = 0;
+
+    // What can be meant, for completion and suggestions: by a name alone, and by a member of a type.
+    std::vector<std::string> bareNames() const;
+    std::vector<std::string> membersOf(const Type &type) const;
+    ClassDefinition *definitionOf(const std::string &className) const; // null when the program has none
 };
 
 // Fills in the tree and enters what the program declares; its classes become classes of the host. Throws ProblemsFound
@@ -134,7 +139,6 @@ private:
     int fitOf(const Expression &expression, const Type &declared);
     const Variable *findLocal(const std::string &name) const;
     bool isClass(const std::string &name) const;
-    ClassDefinition *definitionOf(const std::string &className) const;
     const ClassDefinition::Field *findField(const ClassDefinition *definition, const std::string &name) const;
     Function *findMethod(const ClassDefinition *definition, const std::string &name) const;
     [[noreturn]] void unknownName(const Named &name);

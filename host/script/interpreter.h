@@ -59,6 +59,7 @@ private:
     // Expressions.
     host::Value evaluate(const Expression &expression);
     host::Value evaluate(const Expression &expression, const Type &wanted); // converted
+    int32_t integer(const Expression &expression);
     host::Value visit(const Literal &literal, const Expression &expression);
     host::Value visit(const ArrayLiteral &literal, const Expression &expression);
     host::Value visit(const Use &use, const Expression &expression);
@@ -103,6 +104,12 @@ private:
     int _depth = 0;
     LoopKind _leaving = LoopKind::Any; // of the Exit or Continue that is under way
 };
+
+// The value itself; throws Raised for Nil.
+host::Value notNil(const host::Value &value, const Place &place);
+
+// Adds elements as long as the array's upper bound is less.
+void grow(host::Value array, int32_t upperBound, const Type &type);
 
 // Whatever bytes it has.
 void writeLine(FILE *stream, std::string line);

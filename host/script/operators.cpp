@@ -1,6 +1,7 @@
 #include <cmath>
 
 #include "host/runtime/variants.h"
+#include "host/script/arrays.h"
 #include "host/script/interpreter.h"
 #include "host/script/text_functions.h"
 #include "host/script/types.h"
@@ -20,37 +21,31 @@ static bool isReal(const Value &value)
 // With the low bits of what does not fit.
 static Value integerResult(Operator operation, int64_t left, int64_t right, const Type &type, const Place &place)
 {
-    uint64_t a = uint64_t(left), b = uint64_t(right), result = 0;
+    uint64_t a = uint64_t(left), b = uint64_t(right);
     bool divides = operation == Operator::IntegerDivide || operation == Operator::Modulo;
     if (divides && right == 0)
         throw raised("RuntimeException", "Division by zero.", place);
-    switch (operation) {
-    case Operator::Add:
-        result = a + b;
-        break;
-    case Operator::Subtract:
-        result = a - b;
-        break;
-    case Operator::Multiply:
-        result = a * b;
-        break;
-    case Operator::IntegerDivide:
-        result = right == -1 ? 0 - a : uint64_t(left / right);
-        break;
-    case Operator::Modulo:
-        result = right == -1 ? 0 : uint64_t(left % right);
-        break;
-    case Operator::And:
-        result = a & b;
-        break;
-    case Operator::Or:
-        result = a | b;
-        break;
-    default:
-        result = a ^ b;
-        break;
-    }
-    return converted(Value(static_cast<long long>(result)), type, place);
+    auto result = [=] {
+        switch (operation) {
+        case Operator::Add:
+            return a + b;
+        case Operator::Subtract:
+            return a - b;
+        case Operator::Multiply:
+            return a * b;
+        case Operator::IntegerDivide:
+            return right == -1 ? 0 - a : uint64_t(left / right);
+        case Operator::Modulo:
+            return right == -1 ? 0 : uint64_t(left % right);
+        case Operator::And:
+            return a & b;
+        case Operator::Or:
+            return a | b;
+        default:
+            return a ^ b;
+        }
+    };
+    return converted(Value(int64_t(result())), type, place);
 }
 
 static Value realResult(Operator operation, double left, double right)
@@ -83,11 +78,6 @@ static double order(const Value &left, const Value &right)
     }
     double a = variantAsDouble(left), b = variantAsDouble(right);
     return a < b ? -1 : a > b ? 1 : a == b ? 0 : std::nan("");
-}
-
-static bool areEqual(const Value &left, const Value &right)
-{
-    return left.isString() && right.isString() ? compareText(left.text(), right.text()) == 0 : left.equals(right);
 }
 
 Value operated(Operator operation, const Value &left, const Value &right, const Type &type, const Place &place)

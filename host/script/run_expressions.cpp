@@ -16,7 +16,7 @@ using host::Value;
 
 static constexpr int kDeepestCall = 300;
 
-static Value notNil(const Value &value, const Place &place)
+Value notNil(const Value &value, const Place &place)
 {
     if (value.isNil())
         throw raised("NilObjectException", "This is Nil.", place);
@@ -31,6 +31,11 @@ Value Interpreter::evaluate(const Expression &expression)
 Value Interpreter::evaluate(const Expression &expression, const Type &wanted)
 {
     return converted(evaluate(expression), wanted, expression.place);
+}
+
+int32_t Interpreter::integer(const Expression &expression)
+{
+    return evaluate(expression, typeNamed("Integer")).int32();
 }
 
 Value Interpreter::visit(const Literal &literal, const Expression &)
@@ -89,14 +94,10 @@ Value Interpreter::visit(const TypeTest &test, const Expression &)
 
 Value Interpreter::visit(const Use &use, const Expression &expression)
 {
-    Value value = read(use, expression);
     if (!use.isElement)
-        return value;
-    notNil(value, expression.place);
-    const Expression &position = *use.arguments.front();
-    int32_t index = evaluate(position, typeNamed("Integer")).int32();
-    needIndex(value, index, value.count(), position.place);
-    return value.at(index);
+        return read(use, expression);
+    Reference element = refer(expression);
+    return element.owner.at(element.index);
 }
 
 // --- Variables -----------------------------------------------------------------------------------------------------
@@ -274,11 +275,8 @@ void Interpreter::assign(const Use &use, const Expression &target, const Express
         store(use, evaluate(value, use.type));
         return;
     }
-    Value array = notNil(read(use, target), target.place);
-    const Expression &position = *use.arguments.front();
-    int32_t index = evaluate(position, typeNamed("Integer")).int32();
-    needIndex(array, index, array.count(), position.place);
-    array.setAt(index, evaluate(value, elementOf(use.type)));
+    Reference element = refer(target);
+    element.owner.setAt(element.index, evaluate(value, elementOf(use.type)));
 }
 
 Interpreter::Reference Interpreter::refer(const Expression &expression)
@@ -287,7 +285,7 @@ Interpreter::Reference Interpreter::refer(const Expression &expression)
     if (use.isElement) {
         Value array = notNil(read(use, expression), expression.place);
         const Expression &position = *use.arguments.front();
-        int32_t index = evaluate(position, typeNamed("Integer")).int32();
+        int32_t index = integer(position);
         needIndex(array, index, array.count(), position.place);
         return {&use, array, index};
     }
@@ -384,9 +382,8 @@ Value Interpreter::visit(const Creation &creation, const Expression &expression)
     host::Host &host = host::Host::shared();
     const std::string &name = creation.className.text;
     const Place &place = expression.place;
-    auto integer = [&](size_t index, int32_t otherwise = 0) {
-        return index < creation.arguments.size() ? evaluate(*creation.arguments[index], typeNamed("Integer")).int32()
-                                                 : otherwise;
+    auto part = [&](size_t index, int32_t otherwise = 0) {
+        return index < creation.arguments.size() ? integer(*creation.arguments[index]) : otherwise;
     };
     switch (creation.way) {
     case Creation::Way::HostConstructor: {
@@ -397,7 +394,7 @@ Value Interpreter::visit(const Creation &creation, const Expression &expression)
         return hosted(place, [&] { return host.newObject(name, values); });
     }
     case Creation::Way::DateOfParts:
-        return Value::date(integer(0), integer(1, 1), integer(2, 1), integer(3), integer(4), integer(5));
+        return Value::date(part(0), part(1, 1), part(2, 1), part(3), part(4), part(5));
     case Creation::Way::CopyOfDate: {
         Value original = notNil(evaluate(*creation.arguments.front(), expression.type), place);
         Value made = host.newInstance(name);
@@ -406,7 +403,7 @@ Value Interpreter::visit(const Creation &creation, const Expression &expression)
     }
     case Creation::Way::ExceptionWithMessage: {
         Value message = evaluate(*creation.arguments.front(), typeNamed("String"));
-        int32_t number = integer(1);
+        int32_t number = part(1);
         Value made = hosted(place, [&] { return host.newInstance(name); });
         made.setProperty("Message", message);
         made.setProperty("ErrorNumber", number);

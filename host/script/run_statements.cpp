@@ -51,6 +51,12 @@ Interpreter::Flow Interpreter::run(const Statement &statement)
     return std::visit([&](const auto &node) { return visit(node, statement.place); }, statement.node);
 }
 
+void grow(Value array, int32_t upperBound, const Type &type)
+{
+    while (array.count() <= upperBound)
+        array.append(initialValue(elementOf(type)));
+}
+
 void writeLine(FILE *stream, std::string line)
 {
     line += '\n';
@@ -71,11 +77,8 @@ void Interpreter::run(const DimGroup &group)
     for (const DimGroup::Item &item : group.items) {
         const Type &type = item.variable.type;
         Value value = group.initial ? evaluate(*group.initial, type) : initialValue(type);
-        if (item.upperBound) {
-            int32_t upper = evaluate(*item.upperBound, typeNamed("Integer")).int32();
-            while (value.count() <= upper)
-                value.append(initialValue(elementOf(type)));
-        }
+        if (item.upperBound)
+            grow(value, integer(*item.upperBound), type);
         std::swap(slot(item.variable), value);
     }
 }
@@ -117,11 +120,8 @@ Interpreter::Flow Interpreter::visit(const Assertion &assertion, const Place &)
 Interpreter::Flow Interpreter::visit(const Redim &redim, const Place &)
 {
     Value array = evaluate(*redim.array);
-    int32_t upper = evaluate(*redim.upperBound, typeNamed("Integer")).int32();
-    if (array.isNil())
-        throw raised("NilObjectException", "This is Nil.", redim.array->place);
-    while (array.count() <= upper)
-        array.append(initialValue(elementOf(redim.array->type)));
+    int32_t upper = integer(*redim.upperBound);
+    grow(notNil(array, redim.array->place), upper, redim.array->type);
     while (array.count() > std::max(upper + 1, 0))
         array.removeAt(array.count() - 1);
     return Flow::Onward;
@@ -206,9 +206,7 @@ Interpreter::Flow Interpreter::visit(const ForCount &loop, const Place &place)
 
 Interpreter::Flow Interpreter::visit(const ForEach &loop, const Place &place)
 {
-    Value array = evaluate(*loop.array);
-    if (array.isNil())
-        throw raised("NilObjectException", "This is Nil.", loop.array->place);
+    Value array = notNil(evaluate(*loop.array), loop.array->place);
     for (int32_t i = 0; i < array.count(); i++) {
         setLoopVariable(loop.element, array.at(i));
         Flow flow = run(loop.body);
@@ -294,10 +292,7 @@ Interpreter::Flow Interpreter::visit(const Try &attempt, const Place &)
 
 Interpreter::Flow Interpreter::visit(const Raise &raise, const Place &place)
 {
-    Value exception = evaluate(*raise.exception);
-    if (exception.isNil())
-        throw raised("NilObjectException", "This is Nil.", raise.exception->place);
-    throw Raised{exception, place, {}};
+    throw Raised{notNil(evaluate(*raise.exception), raise.exception->place), place, {}};
 }
 
 } // namespace script

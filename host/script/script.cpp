@@ -212,36 +212,13 @@ static bool isWordCharacter(char c)
     return isalnum(static_cast<unsigned char>(c)) || c == '_' || static_cast<unsigned char>(c) >= 0x80;
 }
 
-static std::vector<std::string> membersOf(const Type &type, const Symbols &symbols)
-{
-    if (type.isArray) {
-        std::vector<std::string> names;
-        for (const ArrayMember &member : arrayMembers())
-            names.push_back(member.name);
-        return names;
-    }
-    std::vector<std::string> names = libraryMemberNames(type);
-    if (isVariant(type) || isObject(type))
-        for (const std::string &name : memberNames(nameOf(type), false))
-            names.push_back(name);
-    auto definition = symbols.classes.find(type.name);
-    const ClassDefinition *each = definition == symbols.classes.end() ? nullptr : definition->second;
-    for (; each; each = each->super) {
-        for (const ClassDefinition::Field &field : each->fields)
-            names.push_back(field.item->variable.name.text);
-        for (const Function &method : each->methods)
-            names.push_back(method.name.text);
-    }
-    return names;
-}
-
 // Members of what the word in front of a dot names. Behind a call, or when nobody knows what it is, those of the class
 // that the plug-in adds.
 static std::vector<std::string> membersBehind(const std::string &word, const Symbols &symbols)
 {
     auto variable = symbols.globals.find(word);
     if (variable != symbols.globals.end())
-        return membersOf(variable->second.type, symbols);
+        return symbols.membersOf(variable->second.type);
     auto enumeration = symbols.enumerations.find(word);
     if (enumeration != symbols.enumerations.end()) {
         std::vector<std::string> names;
@@ -258,20 +235,6 @@ static std::vector<std::string> membersBehind(const std::string &word, const Sym
     return memberNames("NSUserDefaultsKTZ", false);
 }
 
-static std::vector<std::string> bareNames(const Symbols &symbols)
-{
-    std::vector<std::string> names = reservedWords();
-    for (const auto &[name, variable] : symbols.globals)
-        names.push_back(variable.name.text);
-    for (const auto &[name, function] : symbols.functions)
-        names.push_back(function->name.text);
-    for (const std::string &name : libraryFunctionNames())
-        names.push_back(name);
-    for (const std::string &name : classNames())
-        names.push_back(name);
-    return names;
-}
-
 std::vector<std::string> Conversation::completions(const std::string &line) const
 {
     size_t start = line.size();
@@ -285,7 +248,8 @@ std::vector<std::string> Conversation::completions(const std::string &line) cons
             baseStart--;
         names = membersBehind(line.substr(baseStart, start - 1 - baseStart), _state->symbols);
     } else {
-        names = bareNames(_state->symbols);
+        names = _state->symbols.bareNames();
+        names.insert(names.end(), reservedWords().begin(), reservedWords().end());
     }
     names.erase(std::remove_if(names.begin(), names.end(),
                                [&](const std::string &name) {

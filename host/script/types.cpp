@@ -16,15 +16,9 @@ using host::Value;
 
 static bool isSubclass(const std::string &name, const std::string &ancestor)
 {
-    const host::Host &host = host::Host::shared();
-    std::string each = name;
-    while (!each.empty()) {
-        if (host::equalIgnoringCase(each, ancestor))
-            return true;
-        const host::ClassDescription *description = host.findClass(each);
-        each = description ? description->superName : "";
-    }
-    return host::equalIgnoringCase(ancestor, "Object");
+    using host::runtime::findClass;
+    bool isKind = findClass(name) && findClass(ancestor) && findClass(name)->isKindOf(*findClass(ancestor));
+    return isKind || host::equalIgnoringCase(name, ancestor) || host::equalIgnoringCase(ancestor, "Object");
 }
 
 Type nothing()
