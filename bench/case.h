@@ -5,6 +5,7 @@
 #include <list>
 #include <string>
 #include <type_traits>
+#include <utility>
 
 namespace bench {
 
@@ -42,8 +43,23 @@ struct Case {
     Case &beforeEach(std::function<void()> hook) { return before = std::move(hook), *this; }
     Case &afterEach(std::function<void()> hook) { return after = std::move(hook), *this; }
     Case &atTheEnd(std::function<void()> hook) { return tidy = std::move(hook), *this; }
+    Case &named(const std::string &newName, long newSize = 0) { return name = newName, size = newSize, *this; }
     Case &repeated(int times) { return repeats = times, *this; }
     Case &onlyOnce() { return once = true, repeats = 1, *this; }
+
+    void prepare()
+    {
+        if (before)
+            before();
+    }
+    // After a call: nothing of it is left.
+    void settle()
+    {
+        if (result)
+            giveBack(std::exchange(result, nullptr));
+        if (after)
+            after();
+    }
 
 private:
     // So that the compiler does not drop a call whose answer nobody reads.

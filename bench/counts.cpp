@@ -7,7 +7,6 @@
 #include <callgrind.h>
 #include <cstdio>
 #include <regex>
-#include <utility>
 
 using namespace bench;
 
@@ -28,14 +27,6 @@ HostTraffic hostTraffic(host::Host &host)
     return traffic;
 }
 
-void settle(Case &each)
-{
-    if (each.result)
-        giveBack(std::exchange(each.result, nullptr));
-    if (each.after)
-        each.after();
-}
-
 void count(Ground &ground, Case &each, const std::function<void()> &side, const char *sideName)
 {
     if (!side)
@@ -43,17 +34,15 @@ void count(Ground &ground, Case &each, const std::function<void()> &side, const 
     const int warmUp = each.once ? 0 : each.repeats > 1 ? 2 : 1;
     for (int i = 0; i < warmUp; i++) {
         void *pool = newPool();
-        if (each.before)
-            each.before();
+        each.prepare();
         side();
-        settle(each);
+        each.settle();
         endPool(pool);
     }
     void *pool = newPool();
     HostTraffic traffic;
     for (int i = 0; i < each.repeats; i++) {
-        if (each.before)
-            each.before();
+        each.prepare();
         ground.host.resetCounts();
         CALLGRIND_TOGGLE_COLLECT;
         side();
@@ -61,7 +50,7 @@ void count(Ground &ground, Case &each, const std::function<void()> &side, const 
         const HostTraffic seen = hostTraffic(ground.host);
         traffic.calls += seen.calls;
         traffic.lookups += seen.lookups;
-        settle(each);
+        each.settle();
     }
     // What was autoreleased is part of the price.
     CALLGRIND_TOGGLE_COLLECT;

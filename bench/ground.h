@@ -32,7 +32,7 @@ public:
 
     // The method's C function, as the plug-in registered it.
     template <class Function>
-    Function *member(const char *declaration, bool isShared = false)
+    Function *member(const std::string &declaration, bool isShared = false)
     {
         return reinterpret_cast<Function *>(functionOf(declaration, isShared));
     }
@@ -41,7 +41,7 @@ public:
     void *self();
 
 private:
-    void *functionOf(const char *declaration, bool isShared);
+    void *functionOf(const std::string &declaration, bool isShared);
     host::Value _standard;
 };
 

@@ -53,11 +53,11 @@ Ground::Ground(const Configuration &configuration) : configuration(configuration
     code = codeAround(plugin->symbol("REALPluginMain"));
 }
 
-void *Ground::functionOf(const char *declaration, bool isShared)
+void *Ground::functionOf(const std::string &declaration, bool isShared)
 {
     const host::MethodDescription *method = host.findMethod("NSUserDefaultsKTZ", declaration, isShared);
     if (!method)
-        throw std::invalid_argument(std::string("the class has no method ") + declaration);
+        throw std::invalid_argument("the class has no method " + declaration);
     return method->function;
 }
 

@@ -13,16 +13,12 @@ namespace {
 nlohmann::json weigh(Case &each)
 {
     void *pool = newPool();
-    if (each.before)
-        each.before();
+    each.prepare();
     resetHeapPeaks();
     const HeapAccount start = heapAccount();
     each.through();
     const HeapAccount end = heapAccount();
-    if (each.result)
-        giveBack(std::exchange(each.result, nullptr));
-    if (each.after)
-        each.after();
+    each.settle();
     endPool(pool);
     return {{"case", each.name},
             {"size", each.size},

@@ -9,14 +9,6 @@ using namespace bench;
 
 namespace {
 
-void settle(Case &each)
-{
-    if (each.result)
-        giveBack(std::exchange(each.result, nullptr));
-    if (each.after)
-        each.after();
-}
-
 // Each call is timed by itself, with a pool of its own whose end is not timed. The fastest one counts: the others are
 // the same work with somebody else's on top.
 void run(benchmark::State &state, Case &each, const std::function<void()> &side)
@@ -25,12 +17,11 @@ void run(benchmark::State &state, Case &each, const std::function<void()> &side)
     double fastest = 0;
     for (auto _ : state) {
         void *pool = newPool();
-        if (each.before)
-            each.before();
+        each.prepare();
         const auto start = Clock::now();
         side();
         const double seconds = std::chrono::duration<double>(Clock::now() - start).count();
-        settle(each);
+        each.settle();
         endPool(pool);
         state.SetIterationTime(seconds);
         fastest = fastest > 0 ? std::min(fastest, seconds) : seconds;
@@ -53,7 +44,7 @@ int main(int argc, char **argv)
     addStart(start, ground);
     for (Case &each : start.all()) {
         each.through();
-        settle(each);
+        each.settle();
     }
     addSteady(steady, ground, extentNamed(argv[2]));
     for (Case &each : steady.all()) {

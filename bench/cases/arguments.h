@@ -5,6 +5,8 @@
 
 #include <Foundation/Foundation.h>
 
+#include <memory>
+
 namespace bench {
 
 using host::Value;
@@ -20,13 +22,43 @@ struct Key {
     std::string bytes;
     Value hostString;
     NSString *cocoa; // kept for the life of the process
-
-    void *handle() const { return hostString.handle(); }
 };
 
 inline NSUserDefaults *standard()
 {
     return [NSUserDefaults standardUserDefaults];
+}
+
+// A value that is made when its case comes.
+using LateValue = std::shared_ptr<Value>;
+
+// How each kind of argument is passed.
+inline void *passed(const Key &key)
+{
+    return key.hostString.handle();
+}
+inline void *passed(const Value &value)
+{
+    return value.handle();
+}
+inline void *passed(const LateValue &value)
+{
+    return value->handle();
+}
+template <class Number>
+std::enable_if_t<std::is_arithmetic_v<Number>, Number> passed(Number number)
+{
+    return number;
+}
+
+// A case: the member of that declaration, called on the standard defaults.
+template <class Result = void, class... Arguments>
+Case &addCall(Cases &cases, Ground &ground, const std::string &declaration, const Arguments &...arguments)
+{
+    auto *function = ground.member<Result(void *, decltype(passed(arguments))...)>(declaration);
+    return cases.add(declaration).throughPlugin([=, self = ground.self()] {
+        return function(self, passed(arguments)...);
+    });
 }
 
 // An object that is equal to the stored one, as a program's own would be, and not the very same: for the same one

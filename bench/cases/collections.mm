@@ -129,63 +129,50 @@ struct Collection {
     id stored = nil, ours = nil;
 };
 
-class CollectionCases {
-public:
-    CollectionCases(Cases &cases, Ground &ground) : _cases(cases), _ground(ground), _self(ground.self()) {}
-
-    void add(const Sort &sort, long size)
-    {
-        const std::string name = std::string(sort.name) + " of " + std::to_string(size);
-        const Key key("c" + name, 24);
-        auto *get = _ground.member<void *(void *, void *)>(sort.getter);
-        auto *set = _ground.member<void(void *, void *, void *)>(sort.setter);
-        auto collection = std::make_shared<Collection>();
-        auto prepare = [=, &sort] {
-            if (collection->stored)
-                return;
-            void *pool = newPool();
-            *collection = {sort.hostValue(size), sort.newObject(size), sort.newObject(size)};
-            [standard() setObject:collection->stored forKey:key.cocoa];
-            endPool(pool);
-        };
-        auto tidy = [=] {
-            void *pool = newPool();
-            forget(key.cocoa);
-            [collection->stored release];
-            [collection->ours release];
-            *collection = Collection();
-            endPool(pool);
-        };
-        const int repeats = size > 2000 ? 1 : size > 100 ? 2 : 10;
-        _cases.add("get " + name, size)
-            .repeated(repeats)
-            .byHand([=] { return (void *)[standard() objectForKey:key.cocoa]; })
-            .throughPlugin([=, self = _self] { return get(self, key.handle()); })
-            .beforeEach(prepare);
-        _cases.add("set " + name, size)
-            .repeated(repeats)
-            .byHand([=] { [standard() setObject:collection->ours forKey:key.cocoa]; })
-            .throughPlugin([=, self = _self] { set(self, key.handle(), collection->hostValue.handle()); })
-            .beforeEach(prepare)
-            .atTheEnd(tidy);
-    }
-
-private:
-    Cases &_cases;
-    Ground &_ground;
-    void *_self;
-};
+void add(Cases &cases, Ground &ground, const Sort &sort, long size)
+{
+    const std::string name = std::string(sort.name) + " of " + std::to_string(size);
+    const Key key("c" + name, 24);
+    auto collection = std::make_shared<Collection>();
+    auto prepare = [=, &sort] {
+        if (collection->stored)
+            return;
+        void *pool = newPool();
+        *collection = {sort.hostValue(size), sort.newObject(size), sort.newObject(size)};
+        [standard() setObject:collection->stored forKey:key.cocoa];
+        endPool(pool);
+    };
+    auto tidy = [=] {
+        void *pool = newPool();
+        forget(key.cocoa);
+        [collection->stored release];
+        [collection->ours release];
+        *collection = Collection();
+        endPool(pool);
+    };
+    const int repeats = size > 2000 ? 1 : size > 100 ? 2 : 10;
+    addCall<void *>(cases, ground, sort.getter, key)
+        .named("get " + name, size)
+        .repeated(repeats)
+        .byHand([=] { return [standard() objectForKey:key.cocoa]; })
+        .beforeEach(prepare);
+    addCall(cases, ground, sort.setter, key, LateValue(collection, &collection->hostValue))
+        .named("set " + name, size)
+        .repeated(repeats)
+        .byHand([=] { [standard() setObject:collection->ours forKey:key.cocoa]; })
+        .beforeEach(prepare)
+        .atTheEnd(tidy);
+}
 
 } // namespace
 
 void addCollections(Cases &cases, Ground &ground, Extent extent)
 {
-    CollectionCases collections(cases, ground);
     for (long count : counts(extent))
         for (const Sort &sort : kArraysAndDictionaries)
-            collections.add(sort, count);
+            add(cases, ground, sort, count);
     for (long depth : {3, 5})
-        collections.add(kTree, depth);
+        add(cases, ground, kTree, depth);
 }
 
 } // namespace bench

@@ -26,10 +26,6 @@ struct Block {
 
 void addData(Cases &cases, Ground &ground, Extent extent)
 {
-    auto *get = ground.member<void *(void *, void *)>("dataForKey(key as string) as memoryblock");
-    auto *set = ground.member<void(void *, void *, void *)>("setDataValue(key as string, value as memoryblock)");
-    void *self = ground.self();
-
     for (long bytes : sizes(extent)) {
         const std::string what = "MemoryBlock of " + std::to_string(bytes) + " bytes";
         const Key key("m" + what, 24);
@@ -56,15 +52,16 @@ void addData(Cases &cases, Ground &ground, Extent extent)
             .byHand([=] { memcpy(to->data(), from->data(), from->size()); })
             .beforeEach([=] { from->resize(size_t(bytes), 'm'), to->resize(size_t(bytes)); })
             .atTheEnd([=] { from->clear(), from->shrink_to_fit(), to->clear(), to->shrink_to_fit(); });
-        cases.add("get " + what, bytes)
+        addCall<void *>(cases, ground, "dataForKey(key as string) as memoryblock", key)
+            .named("get " + what, bytes)
             .repeated(1)
-            .byHand([=] { return (void *)[standard() dataForKey:key.cocoa]; })
-            .throughPlugin([=] { return get(self, key.handle()); })
+            .byHand([=] { return [standard() dataForKey:key.cocoa]; })
             .beforeEach(prepare);
-        cases.add("set " + what, bytes)
+        addCall(cases, ground, "setDataValue(key as string, value as memoryblock)", key,
+                LateValue(block, &block->hostBlock))
+            .named("set " + what, bytes)
             .repeated(1)
             .byHand([=] { [standard() setObject:block->ours forKey:key.cocoa]; })
-            .throughPlugin([=] { set(self, key.handle(), block->hostBlock.handle()); })
             .beforeEach(prepare)
             .atTheEnd(tidy);
     }

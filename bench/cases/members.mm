@@ -5,12 +5,9 @@ namespace bench {
 
 namespace {
 
-using Getter = void *(void *, void *);
-using Action = void(void *, void *);
-
 class Members {
 public:
-    Members(Cases &cases, Ground &ground) : _cases(cases), _ground(ground), _self(ground.self()) {}
+    Members(Cases &cases, Ground &ground) : _cases(cases), _ground(ground) {}
 
     void add()
     {
@@ -25,54 +22,47 @@ public:
     }
 
 private:
-    template <class Function>
-    Function *member(const char *declaration, bool isShared = false)
+    template <class Result = void, class... Arguments>
+    Case &call(const std::string &declaration, const Arguments &...arguments)
     {
-        return _ground.member<Function>(declaration, isShared);
+        return addCall<Result>(_cases, _ground, declaration, arguments...);
     }
 
     // A getter of a handle with a key.
     template <class Hand>
     void getter(const char *declaration, const Key &key, Hand hand)
     {
-        auto *function = member<Getter>(declaration);
-        _cases.add(declaration).byHand(hand).throughPlugin([=, self = _self] { return function(self, key.handle()); });
+        call<void *>(declaration, key).byHand(hand);
     }
 
-    // A setter whose value is a handle.
+    // A setter that stores an object by hand.
     void setter(const char *declaration, const Key &key, const Value &value, id object)
     {
-        auto *function = member<void(void *, void *, void *)>(declaration);
         id ours = equalTo(object);
-        _cases.add(declaration)
-            .byHand([=] { [standard() setObject:ours forKey:key.cocoa]; })
-            .throughPlugin([=, self = _self] { function(self, key.handle(), value.handle()); });
+        call(declaration, key, value).byHand([=] { [standard() setObject:ours forKey:key.cocoa]; });
     }
 
     void lifecycle()
     {
-        auto *exception = member<void *(void *)>("_exception as NSExceptionKTZ");
-        _cases.add("_exception as NSExceptionKTZ").throughPlugin([=, self = _self] { return exception(self); });
+        call<void *>("_exception as NSExceptionKTZ");
 
         static Value fresh;
-        auto renew = [this] { fresh = _ground.host.newInstance("NSUserDefaultsKTZ"); };
-        auto *constructor = member<void(void *)>("Constructor");
         static id made = nil;
+        auto renew = [this] { fresh = _ground.host.newInstance("NSUserDefaultsKTZ"); };
+        auto *constructor = _ground.member<void(void *)>("Constructor");
         _cases.add("Constructor")
             .byHand([] { made = [[NSUserDefaults alloc] init]; })
             .throughPlugin([=] { constructor(fresh.handle()); })
             .beforeEach(renew)
             .afterEach([] { [made release], made = nil; });
-        auto *constructorUser = member<Action>("Constructor(username as string)");
+        auto *constructorUser = _ground.member<void(void *, void *)>("Constructor(username as string)");
         const Key user("root", 4);
         _cases.add("Constructor(username as string)")
             .byHand([=] { made = [[NSUserDefaults alloc] initWithUser:user.cocoa]; })
-            .throughPlugin([=] { constructorUser(fresh.handle(), user.handle()); })
+            .throughPlugin([=] { constructorUser(fresh.handle(), passed(user)); })
             .beforeEach(renew)
             .afterEach([] { [made release], made = nil; });
-        _cases.add("initialiser and finaliser")
-            .throughPlugin([this] { fresh = _ground.host.newInstance("NSUserDefaultsKTZ"); })
-            .beforeEach([] { fresh.reset(); });
+        _cases.add("initialiser and finaliser").throughPlugin(renew).beforeEach([] { fresh.reset(); });
     }
 
     template <class Number, class Get, class Set>
@@ -84,14 +74,8 @@ private:
         const std::string with = ", key of " + std::to_string(keyLength);
         const std::string getDeclaration = name + "(key as string) as " + type;
         const std::string setDeclaration = setName + "(key as string, value as " + type + ")";
-        auto *getter = member<Number(void *, void *)>(getDeclaration.c_str());
-        auto *setter = member<void(void *, void *, Number)>(setDeclaration.c_str());
-        _cases.add(getDeclaration + with).byHand([=] { return get(key.cocoa); }).throughPlugin([=, self = _self] {
-            return getter(self, key.handle());
-        });
-        _cases.add(setDeclaration + with).byHand([=] { set(key.cocoa, value); }).throughPlugin([=, self = _self] {
-            setter(self, key.handle(), value);
-        });
+        call<Number>(getDeclaration, key).byHand([=] { return get(key.cocoa); }).named(getDeclaration + with);
+        call(setDeclaration, key, value).byHand([=] { set(key.cocoa, value); }).named(setDeclaration + with);
     }
 
     void scalars(size_t length)
@@ -119,20 +103,15 @@ private:
         const Key key("text"), urlKey("url");
         NSString *stored = [@"twenty ASCII units .." copy];
         [standard() setObject:stored forKey:key.cocoa];
-        getter("stringForKey(key as string) as string", key,
-               [=] { return (void *)[standard() stringForKey:key.cocoa]; });
+        getter("stringForKey(key as string) as string", key, [=] { return [standard() stringForKey:key.cocoa]; });
         setter("setStringValue(key as string, value as string)", key, "twenty ASCII units ..", stored);
 
-        NSURL *url = [[NSURL alloc] initWithString:@"http://example.com/some/page"];
-        [standard() setURL:url forKey:urlKey.cocoa];
+        [standard() setURL:[NSURL URLWithString:@"http://example.com/some/page"] forKey:urlKey.cocoa];
         getter("URLForKey(key as string) as string", urlKey,
-               [=] { return (void *)[[standard() URLForKey:urlKey.cocoa] absoluteString]; });
-        auto *setURL = member<void(void *, void *, void *)>("setURLValue(key as string, value as string)");
-        Value address("http://example.com/some/page");
-        _cases.add("setURLValue(key as string, value as string)")
-            .byHand(
-                [=] { [standard() setURL:[NSURL URLWithString:@"http://example.com/some/page"] forKey:urlKey.cocoa]; })
-            .throughPlugin([=, self = _self] { setURL(self, urlKey.handle(), address.handle()); });
+               [=] { return [[standard() URLForKey:urlKey.cocoa] absoluteString]; });
+        call("setURLValue(key as string, value as string)", urlKey, Value("http://example.com/some/page")).byHand([=] {
+            [standard() setURL:[NSURL URLWithString:@"http://example.com/some/page"] forKey:urlKey.cocoa];
+        });
     }
 
     void objects()
@@ -142,24 +121,22 @@ private:
         NSData *data = [NSData dataWithBytes:bytes.data() length:bytes.size()];
         [standard() setObject:data forKey:dataKey.cocoa];
         getter("dataForKey(key as string) as memoryblock", dataKey,
-               [=] { return (void *)[standard() dataForKey:dataKey.cocoa]; });
+               [=] { return [standard() dataForKey:dataKey.cocoa]; });
         setter("setDataValue(key as string, value as memoryblock)", dataKey, Value::memoryBlock(bytes), data);
 
         [standard() setInteger:77 forKey:variantKey.cocoa];
         getter("variantForKey(key as string) as variant", variantKey,
-               [=] { return (void *)[standard() objectForKey:variantKey.cocoa]; });
+               [=] { return [standard() objectForKey:variantKey.cocoa]; });
         setter("setVariantValue(key as string, value as variant)", variantKey, Value(77).boxed(),
                [NSNumber numberWithInt:77]);
 
         NSURL *file = [[NSURL alloc] initFileURLWithPath:@"/tmp"];
         [standard() setURL:file forKey:fileKey.cocoa];
         getter("fileForKey(key as string) as folderitem", fileKey,
-               [=] { return (void *)[standard() URLForKey:fileKey.cocoa]; });
-        auto *setFile = member<void(void *, void *, void *)>("setFileValue(key as string, value as folderitem)");
-        Value item = Value::folderItem("/tmp");
-        _cases.add("setFileValue(key as string, value as folderitem)")
-            .byHand([=] { [standard() setURL:file forKey:fileKey.cocoa]; })
-            .throughPlugin([=, self = _self] { setFile(self, fileKey.handle(), item.handle()); });
+               [=] { return [standard() URLForKey:fileKey.cocoa]; });
+        call("setFileValue(key as string, value as folderitem)", fileKey, Value::folderItem("/tmp")).byHand([=] {
+            [standard() setURL:file forKey:fileKey.cocoa];
+        });
     }
 
     void collections()
@@ -168,123 +145,94 @@ private:
         NSArray *strings = @[ @"one", @"two", @"three" ];
         [standard() setObject:strings forKey:stringsKey.cocoa];
         getter("stringArrayForKey(key as string) as string()", stringsKey,
-               [=] { return (void *)[standard() stringArrayForKey:stringsKey.cocoa]; });
+               [=] { return [standard() stringArrayForKey:stringsKey.cocoa]; });
         setter("setStringArrayValue(key as string, values() as string)", stringsKey,
                Value::strings({"one", "two", "three"}), strings);
 
         NSArray *numbers = @[ @1, @2, @3 ];
         [standard() setObject:numbers forKey:arrayKey.cocoa];
         getter("arrayForKey(key as string) as variant()", arrayKey,
-               [=] { return (void *)[standard() arrayForKey:arrayKey.cocoa]; });
+               [=] { return [standard() arrayForKey:arrayKey.cocoa]; });
         setter("setArrayValue(key as string, values() as variant)", arrayKey, Value::variants({1, 2, 3}), numbers);
 
-        NSDictionary *dictionary = @{@"one" : @1, @"two" : @2, @"three" : @3};
+        NSDictionary *dictionary = three();
         [standard() setObject:dictionary forKey:dictionaryKey.cocoa];
         getter("dictionaryForKey(key as string) as dictionary", dictionaryKey,
-               [=] { return (void *)[standard() dictionaryForKey:dictionaryKey.cocoa]; });
+               [=] { return [standard() dictionaryForKey:dictionaryKey.cocoa]; });
         setter("setDictionaryValue(key as string, value as dictionary)", dictionaryKey, small(), dictionary);
     }
 
     static Value small() { return Value::dictionary({{"one", 1}, {"two", 2}, {"three", 3}}); }
-
-    // An action with one name. What it undoes is done again before each call.
-    template <class Hand>
-    void action(const char *declaration, const Key &key, Hand hand, std::function<void()> before = {})
+    static NSDictionary *three()
     {
-        auto *function = member<Action>(declaration);
-        _cases.add(declaration)
-            .byHand(hand)
-            .throughPlugin([=, self = _self] { function(self, key.handle()); })
-            .beforeEach(before);
+        return @{@"one" : @1, @"two" : @2, @"three" : @3};
     }
 
+    // What an action undoes is done again before each call.
     void domains()
     {
         const Key key("removed"), domain("Domain"), volatileDomain("Volatile"), suite("Suite");
-        NSDictionary *three = [@{@"one" : @1, @"two" : @2, @"three" : @3} retain];
+        NSDictionary *entries = [three() retain];
         auto removeVolatile = [=] { [standard() removeVolatileDomainForName:volatileDomain.cocoa]; };
-
-        auto *synchronize = member<int8_t(void *)>("synchronize as boolean");
-        _cases.add("synchronize as boolean")
-            .byHand([] { return [standard() synchronize]; })
-            .throughPlugin([=, self = _self] { return synchronize(self); });
-
-        action("removeObjectForKey(defaultName as string)", key, [=] { [standard() removeObjectForKey:key.cocoa]; });
-        action("removeVolatileDomainForName(domainName as string)", volatileDomain, removeVolatile, [=] {
-            [standard() removeVolatileDomainForName:volatileDomain.cocoa];
-            [standard() setVolatileDomain:three forName:volatileDomain.cocoa];
-        });
-        action(
-            "removePersistentDomainForName(domainName as string)", domain,
-            [=] { [standard() removePersistentDomainForName:domain.cocoa]; },
-            [=] { [standard() setPersistentDomain:three forName:domain.cocoa]; });
+        auto addSuite = [=] { [standard() addSuiteNamed:suite.cocoa]; };
         auto removeSuite = [=] { [standard() removeSuiteNamed:suite.cocoa]; };
-        action(
-            "addSuiteNamed(suiteName as string)", suite, [=] { [standard() addSuiteNamed:suite.cocoa]; }, removeSuite);
-        action("removeSuiteNamed(suiteName as string)", suite, removeSuite,
-               [=] { [standard() addSuiteNamed:suite.cocoa]; });
+        auto setPersistent = [=] { [standard() setPersistentDomain:entries forName:domain.cocoa]; };
+        auto setVolatile = [=] { [standard() setVolatileDomain:entries forName:volatileDomain.cocoa]; };
+
+        call<int8_t>("synchronize as boolean").byHand([] { return [standard() synchronize]; });
+        call("removeObjectForKey(defaultName as string)", key).byHand([=] {
+            [standard() removeObjectForKey:key.cocoa];
+        });
+        call("removeVolatileDomainForName(domainName as string)", volatileDomain)
+            .byHand(removeVolatile)
+            .beforeEach([=] { removeVolatile(), setVolatile(); });
+        call("removePersistentDomainForName(domainName as string)", domain)
+            .byHand([=] { [standard() removePersistentDomainForName:domain.cocoa]; })
+            .beforeEach(setPersistent);
+        call("addSuiteNamed(suiteName as string)", suite).byHand(addSuite).beforeEach(removeSuite);
+        call("removeSuiteNamed(suiteName as string)", suite).byHand(removeSuite).beforeEach(addSuite);
 
         Value dictionary = small();
-        auto *registerDefaults = member<Action>("registerDefaults(dic as dictionary)");
-        _cases.add("registerDefaults(dic as dictionary)")
-            .byHand([=] { [standard() registerDefaults:three]; })
-            .throughPlugin([=, self = _self] { registerDefaults(self, dictionary.handle()); });
-        auto *representation = member<void *(void *)>("dictionaryRepresentation as dictionary");
-        _cases.add("dictionaryRepresentation as dictionary")
-            .byHand([] { return (void *)[standard() dictionaryRepresentation]; })
-            .throughPlugin([=, self = _self] { return representation(self); });
+        call("registerDefaults(dic as dictionary)", dictionary).byHand([=] { [standard() registerDefaults:entries]; });
+        call<void *>("dictionaryRepresentation as dictionary").byHand([] {
+            return [standard() dictionaryRepresentation];
+        });
 
-        auto *forced = member<int8_t(void *, void *)>("objectIsForcedForKey(key as string) as boolean");
-        _cases.add("objectIsForcedForKey(key as string) as boolean")
-            .byHand([=] { return [standard() objectIsForcedForKey:key.cocoa]; })
-            .throughPlugin([=, self = _self] { return forced(self, key.handle()); });
-        auto *forced2 =
-            member<int8_t(void *, void *, void *)>("objectIsForcedForKey(key as string, domain as string) as boolean");
-        _cases.add("objectIsForcedForKey(key as string, domain as string) as boolean")
-            .byHand([=] { return [standard() objectIsForcedForKey:key.cocoa inDomain:domain.cocoa]; })
-            .throughPlugin([=, self = _self] { return forced2(self, key.handle(), domain.handle()); });
+        call<int8_t>("objectIsForcedForKey(key as string) as boolean", key).byHand([=] {
+            return [standard() objectIsForcedForKey:key.cocoa];
+        });
+        call<int8_t>("objectIsForcedForKey(key as string, domain as string) as boolean", key, domain).byHand([=] {
+            return [standard() objectIsForcedForKey:key.cocoa inDomain:domain.cocoa];
+        });
 
-        auto *setPersistent =
-            member<void(void *, void *, void *)>("setPersistentDomain(domain as dictionary, domainName as string)");
-        _cases.add("setPersistentDomain(domain as dictionary, domainName as string)")
-            .byHand([=] { [standard() setPersistentDomain:three forName:domain.cocoa]; })
-            .throughPlugin([=, self = _self] { setPersistent(self, dictionary.handle(), domain.handle()); });
-        auto *setVolatile =
-            member<void(void *, void *, void *)>("setVolatileDomain(domain as dictionary, domainName as string)");
-        _cases.add("setVolatileDomain(domain as dictionary, domainName as string)")
-            .byHand([=] { [standard() setVolatileDomain:three forName:volatileDomain.cocoa]; })
-            .throughPlugin([=, self = _self] { setVolatile(self, dictionary.handle(), volatileDomain.handle()); })
+        call("setPersistentDomain(domain as dictionary, domainName as string)", dictionary, domain)
+            .byHand(setPersistent);
+        call("setVolatileDomain(domain as dictionary, domainName as string)", dictionary, volatileDomain)
+            .byHand(setVolatile)
             .beforeEach(removeVolatile);
 
-        auto *persistentNames = member<void *(void *)>("persistentDomainNames as string()");
-        _cases.add("persistentDomainNames as string()")
-            .byHand([] { return (void *)[standard() persistentDomainNames]; })
-            .throughPlugin([=, self = _self] { return persistentNames(self); });
+        call<void *>("persistentDomainNames as string()").byHand([] { return [standard() persistentDomainNames]; });
         getter("persistentDomainForName(domainName as string) as dictionary", domain,
-               [=] { return (void *)[standard() persistentDomainForName:domain.cocoa]; });
-        auto *volatileNames = member<void *(void *)>("volatileDomainNames as string()");
-        _cases.add("volatileDomainNames as string()")
-            .byHand([] { return (void *)[standard() volatileDomainNames]; })
-            .throughPlugin([=, self = _self] { return volatileNames(self); });
+               [=] { return [standard() persistentDomainForName:domain.cocoa]; });
+        call<void *>("volatileDomainNames as string()").byHand([] { return [standard() volatileDomainNames]; });
         getter("volatileDomainForName(domainName as string) as dictionary", volatileDomain,
-               [=] { return (void *)[standard() volatileDomainForName:volatileDomain.cocoa]; });
+               [=] { return [standard() volatileDomainForName:volatileDomain.cocoa]; });
     }
 
     void shared()
     {
         auto name = [this](const char *declaration, auto constant) {
-            auto *function = member<void *()>(declaration, true);
+            auto *function = _ground.member<void *()>(declaration, true);
             _cases.add(declaration).byHand(constant).throughPlugin([=] { return function(); });
         };
-        name("NSGlobalDomain as string", [] { return (void *)NSGlobalDomain; });
-        name("NSArgumentDomain as string", [] { return (void *)NSArgumentDomain; });
-        name("NSRegistrationDomain as string", [] { return (void *)NSRegistrationDomain; });
-        name("NSUserDefaultsDidChangeNotification as string",
-             [] { return (void *)NSUserDefaultsDidChangeNotification; });
-        name("standardUserDefaults as NSUserDefaultsKTZ", [] { return (void *)[NSUserDefaults standardUserDefaults]; });
+        name("NSGlobalDomain as string", [] { return NSGlobalDomain; });
+        name("NSArgumentDomain as string", [] { return NSArgumentDomain; });
+        name("NSRegistrationDomain as string", [] { return NSRegistrationDomain; });
+        name("NSUserDefaultsDidChangeNotification as string", [] { return NSUserDefaultsDidChangeNotification; });
+        name("standardUserDefaults as NSUserDefaultsKTZ", [] { return [NSUserDefaults standardUserDefaults]; });
 
         // The last of all: the object that every other case calls is no longer the standard one after it.
-        auto *reset = member<void()>("resetStandardUserDefaults", true);
+        auto *reset = _ground.member<void()>("resetStandardUserDefaults", true);
         _cases.add("resetStandardUserDefaults")
             .byHand([] { [NSUserDefaults resetStandardUserDefaults]; })
             .throughPlugin([=] { reset(); })
@@ -294,7 +242,6 @@ private:
 
     Cases &_cases;
     Ground &_ground;
-    void *_self;
 };
 
 } // namespace

@@ -5,53 +5,43 @@ namespace bench {
 
 namespace {
 
-class ObjectCases {
-public:
-    ObjectCases(Cases &cases, Ground &ground)
-        : _cases(cases), _self(ground.self()),
-          _get(ground.member<void *(void *, void *)>("variantForKey(key as string) as variant")),
-          _set(ground.member<void(void *, void *, void *)>("setVariantValue(key as string, value as variant)"))
-    {
-    }
+const char kSetVariant[] = "setVariantValue(key as string, value as variant)";
+
+struct ObjectCases {
+    Cases &cases;
+    Ground &ground;
 
     void add(const std::string &what, const Value &value, id object)
     {
         get(what, object);
         const Key key("o" + what, 24);
-        const Value boxed = value.boxed();
         id ours = equalTo(object);
-        _cases.add("set Variant: " + what)
-            .byHand([=] { [standard() setObject:ours forKey:key.cocoa]; })
-            .throughPlugin([=, set = _set, self = _self] { set(self, key.handle(), boxed.handle()); });
+        addCall(cases, ground, kSetVariant, key, value.boxed()).named("set Variant: " + what).byHand([=] {
+            [standard() setObject:ours forKey:key.cocoa];
+        });
     }
 
     // Objects that the defaults take only in a volatile domain come from there.
     void get(const std::string &what, id object)
     {
-        const Key key("o" + what, 24), domain("v" + what, 24);
+        const Key key("o" + what, 24);
         [object retain];
-        _cases.add("get Variant: " + what)
-            .byHand([=] { return (void *)[standard() objectForKey:key.cocoa]; })
-            .throughPlugin([=, get = _get, self = _self] { return get(self, key.handle()); })
+        addCall<void *>(cases, ground, "variantForKey(key as string) as variant", key)
+            .named("get Variant: " + what)
+            .byHand([=] { return [standard() objectForKey:key.cocoa]; })
             .beforeEach([=] {
                 if ([standard() objectForKey:key.cocoa])
                     return;
                 [standard() registerDefaults:[NSDictionary dictionaryWithObject:object forKey:key.cocoa]];
             });
     }
-
-private:
-    Cases &_cases;
-    void *_self;
-    void *(*_get)(void *, void *);
-    void (*_set)(void *, void *, void *);
 };
 
 } // namespace
 
 void addObjects(Cases &cases, Ground &ground)
 {
-    ObjectCases objects(cases, ground);
+    ObjectCases objects{cases, ground};
     objects.add("integer", 77, [NSNumber numberWithInt:77]);
     objects.add("int64", 1LL << 40, [NSNumber numberWithLongLong:1LL << 40]);
     objects.add("single", 1.5f, [NSNumber numberWithFloat:1.5f]);
@@ -78,13 +68,10 @@ void addUnlistedHostObject(Cases &cases, Ground &ground)
     ground.host.defineClass({"Unlisted", "", 0, {}, {}, nullptr, nullptr});
     const Value object = ground.host.newInstance("Unlisted");
     const Key key("unlisted");
-    auto *set = ground.member<void(void *, void *, void *)>("setVariantValue(key as string, value as variant)");
-    void *self = ground.self();
-    cases.add("set Variant: an unlisted host object")
-        .byHand([=] { [standard() setObject:nil forKey:key.cocoa]; })
-        .throughPlugin([=] { set(self, key.handle(), object.handle()); });
-    const Value nothing = Value(77).boxed();
-    cases.add("set Variant: integer, beside it").throughPlugin([=] { set(self, key.handle(), nothing.handle()); });
+    addCall(cases, ground, kSetVariant, key, object).named("set Variant: an unlisted host object").byHand([=] {
+        [standard() setObject:nil forKey:key.cocoa];
+    });
+    addCall(cases, ground, kSetVariant, key, Value(77).boxed()).named("set Variant: integer, beside it");
 }
 
 } // namespace bench

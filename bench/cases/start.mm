@@ -10,7 +10,7 @@ void addStart(Cases &cases, Ground &ground)
     // The companion library and AppKit start here, too; by hand it is only the object.
     cases.add("standardUserDefaults, first call")
         .onlyOnce()
-        .byHand([] { return (void *)[NSUserDefaults standardUserDefaults]; })
+        .byHand([] { return [NSUserDefaults standardUserDefaults]; })
         .throughPlugin([&ground] { return ground.member<void *()>("standardUserDefaults", true)(); });
 
     static const Key key("first");
@@ -18,7 +18,7 @@ void addStart(Cases &cases, Ground &ground)
         .onlyOnce()
         .byHand([] { return [standard() integerForKey:key.cocoa]; })
         .throughPlugin(
-            [&ground] { return ground.member<int32_t(void *, void *)>("integerForKey")(ground.self(), key.handle()); });
+            [&ground] { return ground.member<int32_t(void *, void *)>("integerForKey")(ground.self(), passed(key)); });
 }
 
 } // namespace bench

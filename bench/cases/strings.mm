@@ -63,10 +63,6 @@ Value hostText(const TextKind &kind, NSString *text)
 
 void addStrings(Cases &cases, Ground &ground, Extent extent)
 {
-    auto *get = ground.member<void *(void *, void *)>("stringForKey(key as string) as string");
-    auto *set = ground.member<void(void *, void *, void *)>("setStringValue(key as string, value as string)");
-    void *self = ground.self();
-
     for (const TextKind &kind : kKinds) {
         for (long units : lengths(extent)) {
             const std::string what = std::string(kind.name) + ", " + std::to_string(units) + " units";
@@ -76,16 +72,16 @@ void addStrings(Cases &cases, Ground &ground, Extent extent)
             auto store = [=] { [standard() setObject:text forKey:key.cocoa]; };
             auto drop = [=] { forget(key.cocoa); };
             const int repeats = units > 100000 ? 1 : 5;
-            cases.add("get text " + what, units)
+            addCall<void *>(cases, ground, "stringForKey(key as string) as string", key)
+                .named("get text " + what, units)
                 .repeated(repeats)
-                .byHand([=] { return (void *)[standard() stringForKey:key.cocoa]; })
-                .throughPlugin([=] { return get(self, key.handle()); })
+                .byHand([=] { return [standard() stringForKey:key.cocoa]; })
                 .beforeEach(store)
                 .atTheEnd(drop);
-            cases.add("set text " + what, units)
+            addCall(cases, ground, "setStringValue(key as string, value as string)", key, value)
+                .named("set text " + what, units)
                 .repeated(repeats)
                 .byHand([=] { [standard() setObject:ours forKey:key.cocoa]; })
-                .throughPlugin([=] { set(self, key.handle(), value.handle()); })
                 .beforeEach(store)
                 .atTheEnd(drop);
         }

@@ -1,6 +1,5 @@
-#include "bench/report/as_json.h"
-
 #include "bench/report/numbers.h"
+#include "bench/report/outputs.h"
 
 namespace bench {
 

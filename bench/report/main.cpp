@@ -6,11 +6,7 @@
 // bench_report --judged BUDGETS
 //
 // Prints an expression for the names of the cases that the budgets look at.
-#include "bench/report/as_json.h"
-#include "bench/report/pages.h"
-#include "bench/report/plot.h"
-#include "bench/report/results.h"
-#include "bench/report/table.h"
+#include "bench/report/outputs.h"
 
 #include <algorithm>
 #include <filesystem>

@@ -1,6 +1,5 @@
-#include "bench/report/pages.h"
-
 #include "bench/report/numbers.h"
+#include "bench/report/outputs.h"
 
 #include <regex>
 

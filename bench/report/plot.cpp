@@ -1,7 +1,5 @@
-#include "bench/report/plot.h"
-
 #include "bench/report/numbers.h"
-#include "bench/report/pages.h"
+#include "bench/report/outputs.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,6 +1,5 @@
-#include "bench/report/table.h"
-
 #include "bench/report/numbers.h"
+#include "bench/report/outputs.h"
 
 #include <iomanip>
 
