@@ -8,7 +8,9 @@
 #include <cstring>
 #include <filesystem>
 
+#include "host/declaration.h"
 #include "host/plughost/errors.h"
+#include "host/runtime/text.h"
 
 namespace plughost {
 
@@ -17,12 +19,6 @@ using host::Value;
 static std::string quoted(const std::string &text)
 {
     return "\"" + text + "\"";
-}
-
-static std::string lowercase(std::string text)
-{
-    std::transform(text.begin(), text.end(), text.begin(), [](unsigned char c) { return char(tolower(c)); });
-    return text;
 }
 
 // --- Numbers -------------------------------------------------------------------------------------------------------
@@ -81,11 +77,12 @@ std::string textOfSingle(float value)
 
 bool booleanOfText(const std::string &text)
 {
-    std::string word = lowercase(text);
-    if (word == "true" || word == "yes" || word == "1")
-        return true;
-    if (word == "false" || word == "no" || word == "0")
-        return false;
+    for (const char *word : {"true", "yes", "1"})
+        if (host::equalIgnoringCase(text, word))
+            return true;
+    for (const char *word : {"false", "no", "0"})
+        if (host::equalIgnoringCase(text, word))
+            return false;
     throw InputError(quoted(text) + " is neither true nor false");
 }
 
@@ -107,24 +104,14 @@ std::string textOfColor(uint32_t rgb)
 
 // --- Data, files, dates --------------------------------------------------------------------------------------------
 
-static int hexadecimalDigit(char c)
-{
-    const char digits[] = "0123456789abcdef";
-    const char *found = c ? strchr(digits, tolower((unsigned char)c)) : nullptr;
-    return found ? int(found - digits) : -1;
-}
-
 std::string bytesOfText(const std::string &text)
 {
     for (size_t i = 0; i < text.size(); i++)
-        if (hexadecimalDigit(text[i]) < 0)
+        if (!isxdigit(static_cast<unsigned char>(text[i])))
             throw InputError("data: character " + std::to_string(i + 1) + " is no hexadecimal digit");
     if (text.size() % 2)
         throw InputError("data: an odd number of hexadecimal digits");
-    std::string bytes;
-    for (size_t i = 0; i < text.size(); i += 2)
-        bytes += char(hexadecimalDigit(text[i]) * 16 + hexadecimalDigit(text[i + 1]));
-    return bytes;
+    return host::runtime::bytesOfHexadecimal(text);
 }
 
 Value fileOfText(const std::string &path)

@@ -43,35 +43,31 @@ const ValueType *valueTypeNamed(const std::string &name)
 
 std::optional<ValueType::Kind> kindOf(const host::DeclaredType &type)
 {
+    using host::Passing;
     static const struct {
+        Passing passing;
+        bool isArray;
         const char *className;
         ValueType::Kind kind;
-    } classes[] = {{"MemoryBlock", ValueType::Data},
-                   {"FolderItem", ValueType::File},
-                   {"Date", ValueType::Date},
-                   {"Dictionary", ValueType::Dictionary}};
-
-    switch (type.passing) {
-    case host::Passing::Int32:
-        return type.isArray ? std::nullopt : std::optional(ValueType::Integer);
-    case host::Passing::Single:
-        return type.isArray ? std::nullopt : std::optional(ValueType::Single);
-    case host::Passing::Double:
-        return type.isArray ? std::nullopt : std::optional(ValueType::Double);
-    case host::Passing::Boolean:
-        return type.isArray ? std::nullopt : std::optional(ValueType::Boolean);
-    case host::Passing::String:
-        return type.isArray ? ValueType::StringArray : ValueType::Text;
-    case host::Passing::Variant:
-        return type.isArray ? ValueType::Array : ValueType::Variant;
-    case host::Passing::Object:
-        for (const auto &row : classes)
-            if (!type.isArray && host::equalIgnoringCase(type.name, row.className))
-                return row.kind;
-        return std::nullopt;
-    default:
-        return std::nullopt;
-    }
+    } rows[] = {
+        {Passing::Int32, false, nullptr, ValueType::Integer},
+        {Passing::Single, false, nullptr, ValueType::Single},
+        {Passing::Double, false, nullptr, ValueType::Double},
+        {Passing::Boolean, false, nullptr, ValueType::Boolean},
+        {Passing::String, false, nullptr, ValueType::Text},
+        {Passing::String, true, nullptr, ValueType::StringArray},
+        {Passing::Variant, false, nullptr, ValueType::Variant},
+        {Passing::Variant, true, nullptr, ValueType::Array},
+        {Passing::Object, false, "MemoryBlock", ValueType::Data},
+        {Passing::Object, false, "FolderItem", ValueType::File},
+        {Passing::Object, false, "Date", ValueType::Date},
+        {Passing::Object, false, "Dictionary", ValueType::Dictionary},
+    };
+    for (const auto &row : rows)
+        if (row.passing == type.passing && row.isArray == type.isArray &&
+            (!row.className || host::equalIgnoringCase(type.name, row.className)))
+            return row.kind;
+    return std::nullopt;
 }
 
 // JSON or data on the command line, or the file named behind "@".

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 #include <iterator>
 
 #include "host/interface/codes.h"
@@ -233,6 +234,14 @@ std::string hexadecimalOf(std::string_view bytes)
         for (int digit : {byte >> 4, byte & 15})
             digits += "0123456789abcdef"[digit];
     return digits;
+}
+
+std::string bytesOfHexadecimal(const std::string &digits)
+{
+    std::string bytes;
+    for (size_t i = 0; i + 1 < digits.size(); i += 2)
+        bytes += char(strtol(digits.substr(i, 2).c_str(), nullptr, 16));
+    return bytes;
 }
 
 std::string encodingName(uint32_t encoding)

@@ -17,8 +17,9 @@ std::optional<std::string> encodeText(std::u16string_view units, uint32_t encodi
 
 std::optional<std::string> convertText(std::string_view bytes, uint32_t from, uint32_t to);
 
-// "00ff10"
+// "00ff10", and back from pairs of digits.
 std::string hexadecimalOf(std::string_view bytes);
+std::string bytesOfHexadecimal(const std::string &digits);
 
 std::string encodingName(uint32_t encoding); // "UTF-8", "0x00000A01"
 

@@ -158,30 +158,24 @@ Type Checker::visit(Binary &binary, Expression &, const Type *)
         fail(binary.place, std::string(textOf(binary.operation)) + " needs " + wanted + ", not " +
                                articleAndName(left) + " and " + articleAndName(right));
     };
+    const bool adds = binary.operation == Operator::Add, areNumbers = isArithmetic(left) && isArithmetic(right);
     switch (binary.operation) {
     case Operator::Add:
-        if (isString(left) || isString(right)) {
-            if (!canBeOrdered(left, right))
-                refuse("two numbers or two texts");
-            return typeNamed("String");
-        }
-        [[fallthrough]];
     case Operator::Subtract:
     case Operator::Multiply:
-        if (!isArithmetic(left) || !isArithmetic(right))
-            refuse(binary.operation == Operator::Add ? "two numbers or two texts" : "two numbers");
-        return common(left, right);
     case Operator::Divide:
     case Operator::Power:
-        if (!isArithmetic(left) || !isArithmetic(right))
-            refuse("two numbers");
-        return typeNamed("Double");
     case Operator::IntegerDivide:
     case Operator::Modulo: {
-        if (!isArithmetic(left) || !isArithmetic(right))
-            refuse("two numbers");
+        bool areTexts = adds && (isString(left) || isString(right));
+        if (areTexts ? !canBeOrdered(left, right) : !areNumbers)
+            refuse(adds ? "two numbers or two texts" : "two numbers");
+        if (areTexts)
+            return typeNamed("String");
+        if (binary.operation == Operator::Divide || binary.operation == Operator::Power)
+            return typeNamed("Double");
         Type type = common(left, right);
-        return isInteger(type) ? type : typeNamed("Int64");
+        return isInteger(type) || binary.operation <= Operator::Multiply ? type : typeNamed("Int64");
     }
     case Operator::Equal:
     case Operator::Unequal:

@@ -154,25 +154,21 @@ bool Parser::takeElseIf()
 If Parser::ifStatement(const Token &start)
 {
     If made;
-    made.branches.emplace_back();
-    made.branches.back().condition = expression();
-    needWord("Then", "the condition");
-    if (!peek().endsLine()) {
-        bool wasOnOneLine = std::exchange(_onOneLine, true);
-        made.branches.back().body.push_back(statement());
-        _onOneLine = wasOnOneLine;
-        if (takeWord("Else"))
-            made.otherwise.push_back(statement());
-        return made;
-    }
-    made.branches.back().body = block({"ElseIf", "Else", "End"}, start, "End If");
-    while (takeElseIf()) {
-        made.branches.emplace_back();
-        made.branches.back().condition = expression();
+    do {
+        If::Branch &branch = made.branches.emplace_back();
+        branch.condition = expression();
         needWord("Then", "the condition");
+        if (made.branches.size() == 1 && !peek().endsLine()) {
+            bool wasOnOneLine = std::exchange(_onOneLine, true);
+            branch.body.push_back(statement());
+            _onOneLine = wasOnOneLine;
+            if (takeWord("Else"))
+                made.otherwise.push_back(statement());
+            return made;
+        }
         needLineEnd();
-        made.branches.back().body = block({"ElseIf", "Else", "End"}, start, "End If");
-    }
+        branch.body = block({"ElseIf", "Else", "End"}, start, "End If");
+    } while (takeElseIf());
     if (takeWord("Else")) {
         needLineEnd();
         made.otherwise = block({"End"}, start, "End If");

@@ -149,14 +149,6 @@ Value compared(A a)
     return Value(order < 0 ? -1 : order > 0);
 }
 
-Value bytesOf(const std::string &hexadecimal)
-{
-    std::string bytes;
-    for (size_t i = 0; i + 1 < hexadecimal.size(); i += 2)
-        bytes += char(strtol(hexadecimal.substr(i, 2).c_str(), nullptr, 16));
-    return Value::string(bytes, host::kUnknownEncoding);
-}
-
 } // namespace
 
 LibraryRows textRows()
@@ -172,7 +164,8 @@ LibraryRows textRows()
          [](A a, At) { return Value(int32_t(fieldsOf(a[0].text(), a[1].text()).size())); }},
         {"DecodeBase64(text As String) As String",
          [](A a, At) { return Value::string(bytesOfBase64(a[0].bytes()), host::kUnknownEncoding); }},
-        {"DecodeHex(text As String) As String", [](A a, At) { return bytesOf(a[0].text()); }},
+        {"DecodeHex(text As String) As String",
+         [](A a, At) { return Value::string(host::runtime::bytesOfHexadecimal(a[0].text()), host::kUnknownEncoding); }},
         {"EncodeBase64(bytes As String, Optional lineLength As Integer) As String",
          [](A a, At) { return Value(base64Of(a[0].bytes(), size_t(std::max(a.size() > 1 ? a[1].int32() : 76, 0)))); }},
         {"EncodeHex(bytes As String) As String",

@@ -1,5 +1,4 @@
-#include "host/validate/rows/expected_results.h"
-#include "host/validate/rows/expected_values.h"
+#include "host/validate/rows/expected.h"
 #include "host/validate/rows/samples.h"
 #include "host/validate/rows/tables.h"
 

@@ -1,4 +1,4 @@
-#include "host/validate/rows/expected_results.h"
+#include "host/validate/rows/expected.h"
 #include "host/validate/rows/tables.h"
 
 namespace validate {

@@ -1,9 +1,24 @@
-// What reaches Cocoa of a host value, on a host that may lack entry points, told by the model.
+// What a call must give on a host that may lack entry points, told by the model.
 #pragma once
 
 #include "host/validate/rows/shapes.h"
 
 namespace validate {
+
+// --- What comes back to host code -----------------------------------------------------------------------------------
+
+std::string newDate(World &world);
+std::string newBlock(World &world);
+std::string newList(World &world, const std::vector<Text> &elements);
+std::string newNestedDictionary(World &world);
+std::string newLongText(World &world);
+
+Text variantOf(const char *entry, const char *shownValue);
+Text textVariant(const char *utf8);
+Text newString(const char *utf8);
+Text item(const char *entry, const char *path);
+
+// --- What reaches Cocoa of a host value -----------------------------------------------------------------------------
 
 std::string readDictionary(World &world);
 std::string readBlock(World &world);
