@@ -39,11 +39,9 @@ struct CallError : std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-// An argument of a type that the declaration does not take. `argument` counts from 0; -1 when it is about a value
-// outside a call.
+// A value of a type that is not taken: by the declaration, an array, or whoever reads it.
 struct TypeError : CallError {
-    explicit TypeError(const std::string &message, int argument = -1) : CallError(message), argument(argument) {}
-    int argument;
+    using CallError::CallError;
 };
 
 } // namespace host

@@ -25,19 +25,17 @@ struct Options {
 
 bool parse(int argc, char **argv, Options *options)
 {
+    const std::map<std::string, std::string *> files = {
+        {"--json", &options->json}, {"--svg", &options->svg}, {"--pages", &options->pages}};
     std::vector<std::string> plain;
     for (int i = 1; i < argc; i++) {
-        const std::string argument = argv[i];
-        if (argument == "--brief")
+        const auto file = files.find(argv[i]);
+        if (std::string(argv[i]) == "--brief")
             options->brief = true;
-        else if (argument == "--json" && i + 1 < argc)
-            options->json = argv[++i];
-        else if (argument == "--svg" && i + 1 < argc)
-            options->svg = argv[++i];
-        else if (argument == "--pages" && i + 1 < argc)
-            options->pages = argv[++i];
+        else if (file != files.end() && i + 1 < argc)
+            *file->second = argv[++i];
         else
-            plain.push_back(argument);
+            plain.push_back(argv[i]);
     }
     if (plain.size() != 2)
         return false;

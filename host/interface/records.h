@@ -72,11 +72,7 @@ struct MethodRecord9 {
 };
 static_assert(sizeof(MethodRecord9) == 16);
 
-struct MethodRecord {
-    void *function;
-    void *setterFunction;
-    const char *declaration;
-    int32_t mFlags;
+struct MethodRecord : MethodRecord9 {
     int32_t attributeCount;
     void *attributes;
 };

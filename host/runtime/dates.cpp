@@ -1,3 +1,7 @@
+// The C library's calendar, far beyond 2038.
+#define _FILE_OFFSET_BITS 64
+#define _TIME_BITS 64
+
 #include "host/runtime/dates.h"
 
 #include <cmath>
@@ -8,28 +12,11 @@
 
 namespace host::runtime {
 
+static_assert(sizeof(time_t) == sizeof(int64_t));
+
 namespace {
 
-constexpr int64_t kSecondsPerDay = 86400;
-
-// Days since 1 January 1970 of a day in the Gregorian calendar, whose year begins in March for this reckoning.
-int64_t daysFromCivil(int64_t year, int64_t month, int64_t day)
-{
-    year += (month - 1) / 12;
-    month = (month - 1) % 12 + 1;
-    if (month < 1) {
-        month += 12;
-        --year;
-    }
-    if (month <= 2)
-        --year;
-    int64_t era = (year >= 0 ? year : year - 399) / 400;
-    int64_t yearOfEra = year - era * 400;
-    int64_t dayOfYear = (153 * (month + (month > 2 ? -3 : 9)) + 2) / 5;
-    return era * 146097 + yearOfEra * 365 + yearOfEra / 4 - yearOfEra / 100 + dayOfYear - 719468 + day - 1;
-}
-
-const int64_t kEpochDays = daysFromCivil(1904, 1, 1);
+constexpr double kFrom1904To1970 = 2082844800; // seconds
 
 struct Field {
     const char *name;
@@ -51,43 +38,46 @@ DatePayload &dateOf(ObjectHandle &object)
 DatePayload::DatePayload()
 {
     time_t now = time(nullptr);
-    tm local;
-    localtime_r(&now, &local);
-    year = local.tm_year + 1900;
-    month = local.tm_mon + 1;
-    day = local.tm_mday;
-    hour = local.tm_hour;
-    minute = local.tm_min;
-    second = local.tm_sec;
+    tm parts;
+    localtime_r(&now, &parts);
+    set(parts);
+}
+
+void DatePayload::set(const tm &parts)
+{
+    year = parts.tm_year + 1900;
+    month = parts.tm_mon + 1;
+    day = parts.tm_mday;
+    hour = parts.tm_hour;
+    minute = parts.tm_min;
+    second = parts.tm_sec;
+}
+
+tm DatePayload::parts() const
+{
+    tm parts{};
+    parts.tm_year = year - 1900;
+    parts.tm_mon = month - 1;
+    parts.tm_mday = day;
+    parts.tm_hour = hour;
+    parts.tm_min = minute;
+    parts.tm_sec = second;
+    timegm(&parts);
+    return parts;
 }
 
 double DatePayload::totalSeconds() const
 {
-    int64_t days = daysFromCivil(year, month, day) - kEpochDays;
-    return double(days * kSecondsPerDay + int64_t(hour) * 3600 + int64_t(minute) * 60 + second);
+    tm whole = parts();
+    return double(timegm(&whole)) + kFrom1904To1970;
 }
 
 void DatePayload::setTotalSeconds(double seconds)
 {
-    int64_t whole = int64_t(std::floor(seconds));
-    int64_t days = whole / kSecondsPerDay;
-    int64_t rest = whole % kSecondsPerDay;
-    if (rest < 0) {
-        rest += kSecondsPerDay;
-        --days;
-    }
-    days += kEpochDays + 719468;
-    int64_t era = (days >= 0 ? days : days - 146096) / 146097;
-    int64_t dayOfEra = days - era * 146097;
-    int64_t yearOfEra = (dayOfEra - dayOfEra / 1460 + dayOfEra / 36524 - dayOfEra / 146096) / 365;
-    int64_t dayOfYear = dayOfEra - (365 * yearOfEra + yearOfEra / 4 - yearOfEra / 100);
-    int64_t marchMonth = (5 * dayOfYear + 2) / 153;
-    day = int32_t(dayOfYear - (153 * marchMonth + 2) / 5 + 1);
-    month = int32_t(marchMonth < 10 ? marchMonth + 3 : marchMonth - 9);
-    year = int32_t(yearOfEra + era * 400 + (month <= 2));
-    hour = int32_t(rest / 3600);
-    minute = int32_t(rest / 60 % 60);
-    second = int32_t(rest % 60);
+    auto since1970 = time_t(std::floor(seconds) - kFrom1904To1970);
+    tm parts;
+    if (gmtime_r(&since1970, &parts))
+        set(parts);
 }
 
 std::string DatePayload::describe() const

@@ -1,6 +1,8 @@
 // Dates: wall-clock time without a zone, to the second.
 #pragma once
 
+#include <ctime>
+
 #include "host/runtime/objects.h"
 
 namespace host::runtime {
@@ -19,7 +21,9 @@ struct DatePayload : Payload {
     }
     double totalSeconds() const; // since 1 January 1904
     void setTotalSeconds(double seconds);
-    void normalise() { setTotalSeconds(totalSeconds()); }
+    void normalise() { set(parts()); }
+    tm parts() const; // put right, with the weekday and the day of the year
+    void set(const tm &parts);
 
     int32_t year, month, day, hour, minute, second;
 };

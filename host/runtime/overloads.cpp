@@ -121,8 +121,7 @@ void checkArguments(const Declaration &declaration, const Arguments &arguments)
         std::string why;
         if (!rankOf(declaration.parameters[i].type, arguments[i], &why))
             throw TypeError(declaration.text() + ": the " + ordinal(i) + " argument, " +
-                                declaration.parameters[i].name + ", " + why,
-                            int(i));
+                            declaration.parameters[i].name + ", " + why);
     }
 }
 

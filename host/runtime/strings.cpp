@@ -39,48 +39,31 @@ char *newText(std::string_view bytes, size_t offset)
 StringHandle::StringHandle(std::string_view bytes, uint32_t encoding)
     : Handle(HandleKind::String,
              state().profile.hasOldStringRecords() ? sizeof(OldStringRecord) : sizeof(StringRecord)),
-      _oldLayout(state().profile.hasOldStringRecords())
+      _length(int32_t(bytes.size()))
 {
-    if (_oldLayout) {
-        *static_cast<OldStringRecord *>(record) = {interface::kStringMark, newText(bytes, 1), encoding,
-                                                   int32_t(bytes.size())};
+    const size_t offset = state().profile.hasOldStringRecords() ? 1 : 0;
+    _buffer = newText(bytes, offset);
+    _text = _buffer + offset;
+    if (offset > 0) {
+        auto *old = static_cast<OldStringRecord *>(record);
+        *old = {interface::kStringMark, _buffer, encoding, _length};
+        _encoding = &old->encoding;
     } else {
-        *static_cast<StringRecord *>(record) = {
-            interface::kStringMark, kWrongLayoutText,      0,       int32_t(sizeof kWrongLayoutText) - 2,
-            newText(bytes, 0),      int32_t(bytes.size()), encoding};
+        auto *modern = static_cast<StringRecord *>(record);
+        *modern = {interface::kStringMark,
+                   kWrongLayoutText,
+                   0,
+                   int32_t(sizeof kWrongLayoutText) - 2,
+                   _buffer,
+                   _length,
+                   encoding};
+        _encoding = &modern->encoding;
     }
 }
 
 StringHandle::~StringHandle()
 {
-    if (_oldLayout)
-        free(static_cast<OldStringRecord *>(record)->buffer);
-    else
-        free(static_cast<StringRecord *>(record)->text);
-}
-
-char *StringHandle::text() const
-{
-    return _oldLayout ? static_cast<OldStringRecord *>(record)->buffer + 1 : static_cast<StringRecord *>(record)->text;
-}
-
-int32_t StringHandle::length() const
-{
-    return _oldLayout ? static_cast<OldStringRecord *>(record)->length : static_cast<StringRecord *>(record)->length;
-}
-
-uint32_t StringHandle::encoding() const
-{
-    return _oldLayout ? static_cast<OldStringRecord *>(record)->encoding
-                      : static_cast<StringRecord *>(record)->encoding;
-}
-
-void StringHandle::setEncoding(uint32_t encoding)
-{
-    if (_oldLayout)
-        static_cast<OldStringRecord *>(record)->encoding = encoding;
-    else
-        static_cast<StringRecord *>(record)->encoding = encoding;
+    free(_buffer);
 }
 
 std::string StringHandle::what() const

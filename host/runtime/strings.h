@@ -13,14 +13,16 @@ struct StringHandle : Handle {
     ~StringHandle() override;
     std::string what() const override;
 
-    char *text() const; // with a zero byte behind it
-    int32_t length() const;
-    std::string_view bytes() const { return {text(), size_t(length())}; }
-    uint32_t encoding() const;
-    void setEncoding(uint32_t encoding);
+    char *text() const { return _text; } // with a zero byte behind it
+    int32_t length() const { return _length; }
+    std::string_view bytes() const { return {_text, size_t(_length)}; }
+    uint32_t encoding() const { return *_encoding; }
+    void setEncoding(uint32_t encoding) { *_encoding = encoding; }
 
 private:
-    bool _oldLayout;
+    char *_buffer, *_text;
+    int32_t _length;
+    uint32_t *_encoding; // in the record
 };
 
 // The bytes of a string as a plug-in got them, until it disposes of them. The record is the bytes.

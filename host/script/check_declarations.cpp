@@ -184,7 +184,7 @@ void Checker::declareClasses(Program &program)
 
 void Checker::checkFields(ClassDefinition &definition)
 {
-    definition.firstSlot = definition.slotCount = definition.super ? definition.super->slotCount : 0;
+    definition.slotCount = definition.super ? definition.super->slotCount : 0;
     for (ClassDefinition::FieldGroup &fields : definition.fieldGroups) {
         Type type = nothing();
         attempt([&] { checkGroup(fields.group, type); });

@@ -337,7 +337,6 @@ struct ClassDefinition {
     std::deque<Function> methods;
     ClassDefinition *super = nullptr; // when it is one of the program's own, too
     std::vector<Field> fields;        // the constants among them
-    size_t firstSlot = 0;             // after those of `super`
     size_t slotCount = 0;             // those of `super` included
 };
 

@@ -50,7 +50,6 @@ void addAlone(Batches &batches, std::string name, int seconds, std::function<voi
 
 struct Group {
     const char *name;
-    const char *proves;
     void (*add)(const Settings &settings, Batches &batches);
 };
 

@@ -14,7 +14,6 @@ enum class Throwing { Nothing, Exception, Subclass, Foreign };
 // What a raising stand-in and the raising methods of Cocoa throw.
 inline constexpr char kThrownName[] = "ValidationException";
 inline constexpr char kThrownReason[] = "raised for the case";
-inline constexpr char kThrownLogLine[] = "A ValidationException: raised for the case, Info: (null)\n";
 [[noreturn]] void throwForCase(Throwing what);
 const void *foreignObject(); // what Throwing::Foreign throws
 

@@ -32,15 +32,6 @@ bool World::readsStorage() const
     return _version <= kLastWithStorage && host::Host::shared().profile().hasArrayStorage();
 }
 
-bool World::Plan::strikes()
-{
-    if (k == 0 || --k > 0)
-        return false;
-    if (--times > 0)
-        k = 1;
-    return true;
-}
-
 bool World::buildString()
 {
     if (!has("REALBuildString"))

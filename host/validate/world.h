@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "host/host.h"
+#include "host/runtime/state.h"
 
 namespace validate {
 
@@ -60,20 +61,14 @@ public:
     int strangeRecords = 0; // string records disposed that the host did not fill
 
 private:
-    struct Plan {
-        int k = 0; // 0: none
-        int times = 0;
-        bool strikes();
-    };
-
     bool make(host::Creation sort) { return !_failures[sort].strikes(); }
     bool buildString(); // throws OutOfMemory
 
     std::map<std::string, bool> _offered;
     double _version;
     bool _family;
-    std::map<host::Creation, Plan> _failures;
-    Plan _throws;
+    std::map<host::Creation, host::runtime::PlannedFault> _failures;
+    host::runtime::PlannedFault _throws;
     bool _raisingOutOfMemory = false;
 };
 

@@ -203,8 +203,8 @@ void fillRecord(int32_t version)
 {
     bool isOld = version == kOldestRecordVersion;
     for (size_t i = 0; i < sizeof methods / sizeof methods[0]; ++i)
-        widened[i] = {methods[i].function, methods[i].setterFunction, methods[i].declaration, 4, 0, nullptr};
-    widenedShared[0] = {sharedMethods[0].function, nullptr, sharedMethods[0].declaration, 4, 0, nullptr};
+        widened[i] = {{methods[i].function, methods[i].setterFunction, methods[i].declaration, 4}, 0, nullptr};
+    widenedShared[0] = {{sharedMethods[0].function, nullptr, sharedMethods[0].declaration, 4}, 0, nullptr};
     record = {};
     record.version = version;
     record.name = "TestClass";

@@ -1,25 +1,14 @@
 // Dates as texts, in the form of the United States.
-#include <ctime>
-
+#include "host/runtime/dates.h"
 #include "host/script/library.h"
 
 namespace script::library {
 
 namespace {
 
-// The date's parts with a weekday and a day of the year.
 tm partsOf(const Value &date)
 {
-    tm parts{};
-    parts.tm_year = date.property("Year").int32() - 1900;
-    parts.tm_mon = date.property("Month").int32() - 1;
-    parts.tm_mday = date.property("Day").int32();
-    parts.tm_hour = date.property("Hour").int32();
-    parts.tm_min = date.property("Minute").int32();
-    parts.tm_sec = date.property("Second").int32();
-    tm whole = parts;
-    timegm(&whole);
-    return whole;
+    return host::runtime::payloadOf<host::runtime::DatePayload>(date)->parts();
 }
 
 // "%" in a format of the C library, which begins numbers with 0 where these texts do not: "-" leaves that out.

@@ -149,6 +149,7 @@ TEST_F(Library, ShowsDates)
          "2/29/12|Feb 29, 2012|Wednesday, February 29, 2012\n"},
         {d + "Print d.ShortTime + \"|\" + d.LongTime", "3:04 PM|3:04:05 PM\n"},
         {d + "Print Str(d.DayOfWeek) + \" \" + Str(d.DayOfYear) + \" \" + Str(d.WeekOfYear)", "4 60 9\n"},
+        {"Print Str(New Date(2100, 3, 1).DayOfWeek)", "2\n"},
         {d + "d.SQLDate = \"2013-01-02\"\nPrint d.SQLDateTime", "2013-01-02 00:00:00\n"},
         {d + "Dim copy As New Date(d)\ncopy.Day = 1\nPrint d.SQLDate + copy.SQLDate", "2012-02-292012-02-01\n"},
         {"Dim d As New Date(2012, 5)\nPrint d.SQLDateTime", "2012-05-01 00:00:00\n"},
