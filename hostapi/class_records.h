@@ -29,29 +29,22 @@ struct REALclassDefinition {
     int32_t forSystemUse; // the host writes here where the instance data of an object begins
     const void *constructor;
     const void *destructor;
-    const void *properties;
-    int32_t propertyCount;
-    const void *methods;
-    int32_t methodCount;
-    const void *events;
-    int32_t eventCount;
-    const void *eventInstances;
-    int32_t eventInstanceCount;
+    // Tables: their records, and how many.
+    // clang-format off
+    const void *properties;       int32_t propertyCount;
+    const void *methods;          int32_t methodCount;
+    const void *events;           int32_t eventCount;
+    const void *eventInstances;   int32_t eventInstanceCount;
     const char *interfaces;
-    const void *bindDescriptions;
-    int32_t bindDescriptionCount;
-    const void *constants;
-    int32_t constantCount;
+    const void *bindDescriptions; int32_t bindDescriptionCount;
+    const void *constants;        int32_t constantCount;
     int32_t mFlags;
-    const void *sharedProperties;
-    int32_t sharedPropertyCount;
-    const void *sharedMethods;
-    int32_t sharedMethodCount;
+    const void *sharedProperties; int32_t sharedPropertyCount;
+    const void *sharedMethods;    int32_t sharedMethodCount;
     // Record version 9 ends here.
-    const void *delegates;
-    int32_t delegateCount;
-    const void *enums;
-    int32_t enumCount;
+    const void *delegates;        int32_t delegateCount;
+    const void *enums;            int32_t enumCount;
+    // clang-format on
 };
 
 // How many words a record has in the newest layout and in that of version 9, which keeps the first ones.
