@@ -47,30 +47,30 @@ interface::Resolver Host::resolver()
 
 void Host::hide(const std::string &name)
 {
-    doorNamed(name).hidden = true;
+    entryPointNamed(name).hidden = true;
 }
 
 void Host::show(const std::string &name)
 {
-    doorNamed(name).hidden = false;
+    entryPointNamed(name).hidden = false;
 }
 
 void Host::showAll()
 {
-    for (Door *door : doors())
-        door->hidden = false;
+    for (EntryPoint *point : runtime::entryPoints())
+        point->hidden = false;
     state().hiddenMethods.clear();
     state().hiddenProperties.clear();
 }
 
 void Host::replace(const std::string &name, void *function)
 {
-    doorNamed(name).replacement = function;
+    entryPointNamed(name).replacement = function;
 }
 
 void Host::beforeCall(const std::string &name, std::function<void()> observer)
 {
-    doorNamed(name).observer = std::move(observer);
+    entryPointNamed(name).observer = std::move(observer);
 }
 
 void Host::hideMethod(const std::string &className, const std::string &declaration)
@@ -86,26 +86,26 @@ void Host::hideProperty(const std::string &className, const std::string &propert
 std::vector<EntryPointInfo> Host::entryPoints() const
 {
     std::vector<EntryPointInfo> infos;
-    for (const Door *door : doors())
-        infos.push_back(
-            {door->name, door->declaration != nullptr, door->isOffered(), door->hidden, door->lookups, door->calls});
+    for (const EntryPoint *point : runtime::entryPoints())
+        infos.push_back({point->name, point->declaration != nullptr, point->isOffered(), point->hidden, point->lookups,
+                         point->calls});
     return infos;
 }
 
 long Host::lookups(const std::string &name) const
 {
-    return doorNamed(name).lookups;
+    return entryPointNamed(name).lookups;
 }
 
 long Host::calls(const std::string &name) const
 {
-    return doorNamed(name).calls;
+    return entryPointNamed(name).calls;
 }
 
 void Host::resetCounts()
 {
-    for (Door *door : doors())
-        door->lookups = door->calls = 0;
+    for (EntryPoint *point : runtime::entryPoints())
+        point->lookups = point->calls = 0;
     state().lookupLog.clear();
     state().creations.clear();
 }

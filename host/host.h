@@ -82,7 +82,7 @@ public:
     void show(const std::string &name);
     void showAll();
     // Puts a function of the caller's in the entry's place: for look-ups from now on and, since every entry goes
-    // through one counted door, for calls by those who found it before. Null restores the host's own.
+    // through one counted function, for calls by those who found it before. Null restores the host's own.
     void replace(const std::string &name, void *function);
     // Called at the start of every call of the entry, before the host does its part; null removes it.
     void beforeCall(const std::string &name, std::function<void()> observer);

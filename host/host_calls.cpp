@@ -174,9 +174,9 @@ Value Host::callGlobal(const std::string &method, const Arguments &arguments)
 {
     std::string name = parseDeclaration(method).name;
     std::vector<MethodDescription> methods;
-    for (const Door *door : doors())
-        if (door->declaration && equalIgnoringCase(door->name, name))
-            methods.push_back(describeMethod({door->declaration, nullptr, door->entry}, true));
+    for (const EntryPoint *point : runtime::entryPoints())
+        if (point->declaration && equalIgnoringCase(point->name, name))
+            methods.push_back(describeMethod({point->declaration, nullptr, point->entry}, true));
     std::vector<const MethodDescription *> candidates;
     for (const MethodDescription &each : methods)
         candidates.push_back(&each);

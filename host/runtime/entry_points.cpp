@@ -9,29 +9,29 @@
 
 namespace host::runtime {
 
-const std::vector<Door *> &doors()
+const std::vector<EntryPoint *> &entryPoints()
 {
     using namespace entries;
     static const auto *const all = [] {
-        auto *made = new std::vector<Door *>;
-        for (Doors (*table)() :
-             {objectDoors, stringDoors, variantDoors, arrayDoors, memoryBlockDoors, fileDoors, familyDoors})
-            for (Door *door : table())
-                made->push_back(door);
+        auto *made = new std::vector<EntryPoint *>;
+        for (EntryPoints (*table)() : {objectEntryPoints, stringEntryPoints, variantEntryPoints, arrayEntryPoints,
+                                       memoryBlockEntryPoints, fileEntryPoints, familyEntryPoints})
+            for (EntryPoint *point : table())
+                made->push_back(point);
         return made;
     }();
     return *all;
 }
 
-Door &doorNamed(const std::string &name)
+EntryPoint &entryPointNamed(const std::string &name)
 {
-    for (Door *door : doors())
-        if (door->name == name)
-            return *door;
+    for (EntryPoint *point : entryPoints())
+        if (point->name == name)
+            return *point;
     throw CallError("this host knows no entry point " + name);
 }
 
-bool Door::isOffered() const
+bool EntryPoint::isOffered() const
 {
     const Profile &profile = state().profile;
     if (hidden || profile.without.count(name))
@@ -39,7 +39,7 @@ bool Door::isOffered() const
     return profile.versionNumber() >= since || profile.with.count(name) != 0;
 }
 
-void *Door::lookUp()
+void *EntryPoint::lookUp()
 {
     ++lookups;
     return isOffered() ? entry : nullptr;
@@ -50,18 +50,18 @@ void *lookUp(const char *name)
     if (!name)
         return nullptr;
     state().lookupLog.push_back(name);
-    for (Door *door : doors())
-        if (!door->declaration && strcmp(door->name, name) == 0)
-            return door->lookUp();
+    for (EntryPoint *point : entryPoints())
+        if (!point->declaration && strcmp(point->name, name) == 0)
+            return point->lookUp();
     return nullptr;
 }
 
 void *lookUpGlobalMethod(const char *declaration)
 {
     std::optional<Declaration> wanted = wantedDeclaration(declaration, "REALLoadGlobalMethod");
-    for (Door *door : doors())
-        if (wanted && door->declaration && parseDeclaration(door->declaration).matches(*wanted))
-            return door->lookUp();
+    for (EntryPoint *point : entryPoints())
+        if (wanted && point->declaration && parseDeclaration(point->declaration).matches(*wanted))
+            return point->lookUp();
     return nullptr;
 }
 

@@ -11,7 +11,7 @@
 namespace host::runtime {
 
 // One entry point. Its calls go through a function that counts them and looks here first.
-struct Door {
+struct EntryPoint {
     const char *name = nullptr;
     const char *declaration = nullptr; // of a global method
     double since = 0;                  // the first host version that offers it
@@ -27,8 +27,8 @@ struct Door {
     void *lookUp();         // the entry, if it is offered; counted
 };
 
-const std::vector<Door *> &doors();
-Door &doorNamed(const std::string &name); // CallError for an unknown name
+const std::vector<EntryPoint *> &entryPoints();
+EntryPoint &entryPointNamed(const std::string &name); // CallError for an unknown name
 
 // What plug-ins are handed: entry points only.
 void *lookUp(const char *name);

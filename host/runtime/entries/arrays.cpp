@@ -155,7 +155,7 @@ void *readProcedure(void *array)
 
 } // namespace
 
-Doors arrayDoors()
+EntryPoints arrayEntryPoints()
 {
     return {
         entry<createArray>("RuntimeArrayCreateSingleDimBoundedArray"),

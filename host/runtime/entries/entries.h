@@ -19,47 +19,47 @@ struct Entry;
 
 template <class Result, class... Arguments, Result (*Function)(Arguments...)>
 struct Entry<Function> {
-    static inline Door door;
+    static inline EntryPoint point;
 
     static Result call(Arguments... arguments)
     {
-        ++door.calls;
-        if (door.observer)
-            std::function<void()>(door.observer)(); // a copy: it may remove itself
-        auto *function = door.replacement ? reinterpret_cast<Result (*)(Arguments...)>(door.replacement) : Function;
+        ++point.calls;
+        if (point.observer)
+            std::function<void()>(point.observer)(); // a copy: it may remove itself
+        auto *function = point.replacement ? reinterpret_cast<Result (*)(Arguments...)>(point.replacement) : Function;
         return function(arguments...);
     }
 };
 
 template <auto Function>
-Door *entry(const char *name, double since = 0)
+EntryPoint *entry(const char *name, double since = 0)
 {
-    Door &door = Entry<Function>::door;
-    door.name = name;
-    door.since = since;
-    door.entry = reinterpret_cast<void *>(&Entry<Function>::call);
-    return &door;
+    EntryPoint &point = Entry<Function>::point;
+    point.name = name;
+    point.since = since;
+    point.entry = reinterpret_cast<void *>(&Entry<Function>::call);
+    return &point;
 }
 
 template <auto Function>
-Door *global(const char *name, const char *declaration)
+EntryPoint *global(const char *name, const char *declaration)
 {
-    Door *door = entry<Function>(name);
-    door->declaration = declaration;
-    return door;
+    EntryPoint *point = entry<Function>(name);
+    point->declaration = declaration;
+    return point;
 }
 
 // One function for each file of this folder.
-using Doors = std::vector<Door *>;
-Doors objectDoors();
-Doors stringDoors();
-Doors variantDoors();
-Doors arrayDoors();
-Doors memoryBlockDoors();
-Doors fileDoors();
-Doors familyDoors();
+using EntryPoints = std::vector<EntryPoint *>;
+EntryPoints objectEntryPoints();
+EntryPoints stringEntryPoints();
+EntryPoints variantEntryPoints();
+EntryPoints arrayEntryPoints();
+EntryPoints memoryBlockEntryPoints();
+EntryPoints fileEntryPoints();
+EntryPoints familyEntryPoints();
 
-// Those that the companion library gets without a door.
+// Those that the companion library gets without an entry point.
 void registerClass(interface::ClassRecord9 *record);
 void *newInstance(const char *className);
 void lockObject(void *object); // an array in a Variant's place too

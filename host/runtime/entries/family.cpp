@@ -30,7 +30,7 @@ const interface::FamilyServices *familyServices()
 
 } // namespace
 
-Doors familyDoors()
+EntryPoints familyEntryPoints()
 {
     return {entry<familyServices>("FamilyServices")};
 }

@@ -114,7 +114,7 @@ void *folderItemFromFSSpec(const FSSpec *spec)
 
 } // namespace
 
-Doors fileDoors()
+EntryPoints fileEntryPoints()
 {
     return {
         entry<fsRefFromFolderItem>("REALFSRefFromFolderItem"),

@@ -33,7 +33,7 @@ int32_t memoryBlockSize(void *record)
 
 } // namespace
 
-Doors memoryBlockDoors()
+EntryPoints memoryBlockEntryPoints()
 {
     return {
         entry<newMemoryBlock>("newMemoryBlock"),

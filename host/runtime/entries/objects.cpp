@@ -218,7 +218,7 @@ Byte setStringProperty(void *object, const char *name, void *value)
     return writeTyped(object, name, Passing::String, string, "REALSetPropValueString");
 }
 
-Doors objectDoors()
+EntryPoints objectEntryPoints()
 {
     constexpr double kAnyNumber = 0.001; // offered by every host that has a version number at all
     return {

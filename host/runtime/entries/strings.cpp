@@ -115,7 +115,7 @@ void unlockString(void *string)
         unlock(*handle);
 }
 
-Doors stringDoors()
+EntryPoints stringEntryPoints()
 {
     return {
         entry<lockString>("REALLockString"),

@@ -68,7 +68,7 @@ int32_t variantType(void *variant)
 
 } // namespace
 
-Doors variantDoors()
+EntryPoints variantEntryPoints()
 {
     constexpr double kWithConversions = 2010.0; // before these, a Variant was read through its properties
     return {
